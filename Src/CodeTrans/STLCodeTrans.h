@@ -1,0 +1,16 @@
+#ifndef UTILITY_CODETRANS_STLCODETRANS_H
+#define UTILITY_CODETRANS_STLCODETRANS_H
+
+/** @file
+ * Everything of the unit CodeTrans: this header only gathers the topic headers. */
+
+// clang-format off
+// Tables and primitives
+#include "Tables/CodeTable.h"
+// Code maps, detection, conversion
+// HTML
+// Normalisation
+// Last error
+// clang-format on
+
+#endif

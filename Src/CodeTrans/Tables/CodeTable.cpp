@@ -1,0 +1,5 @@
+#include "CodeTrans/Tables/CodeTable.h"
+
+const unsigned short CodeTable[65536] = {
+#include "CodeTrans/Tables/CodeTableRows.inc"
+};

@@ -1,0 +1,14 @@
+#ifndef UTILITY_UTILITY_H
+#define UTILITY_UTILITY_H
+
+/** @file
+ * Everything of the unit Utility: this header only gathers the topic headers. */
+
+// clang-format off
+// Runtime
+// Chinese text
+// String toolkit
+// Files
+// clang-format on
+
+#endif
