@@ -7,6 +7,10 @@
 // clang-format off
 // Tables and primitives
 #include "Tables/CodeTable.h"
+#include "Primitives/Utf8.h"
+#include "Primitives/TableRoute.h"
+#include "Primitives/LocaleRoute.h"
+#include "Primitives/Dump.h"
 // Code maps, detection, conversion
 // HTML
 // Normalisation
