@@ -1,0 +1,128 @@
+#include "CodeTrans/Primitives/LocaleRoute.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "CodeTrans/Primitives/ConversionSupport.h"
+#include "Support/TestSupport.h"
+
+namespace {
+
+constexpr char kMessage[] = "Can't set the specified locale zh_CN.gbk! ";
+
+// While it lives, the C library finds no locale to set.
+class NoLocales {
+public:
+    NoLocales() {
+        if (const char* before = std::getenv("LOCPATH")) before_ = before;
+        setenv("LOCPATH", empty_.path().c_str(), 1);
+        std::setlocale(LC_ALL, "C");
+        EXPECT_EQ(std::setlocale(LC_ALL, "zh_CN.gbk"), nullptr);
+    }
+    ~NoLocales() { before_.empty() ? unsetenv("LOCPATH") : setenv("LOCPATH", before_.c_str(), 1); }
+
+private:
+    test_support::TempFolder empty_;
+    std::string before_;
+};
+
+template <typename Call>
+std::string PrintedBy(Call call) {
+    testing::internal::CaptureStdout();
+    call();
+    return testing::internal::GetCapturedStdout();
+}
+
+// Results and outputs for every code of two bytes and every code point behind an ASCII byte, and for text that
+// ends early.
+template <typename ToWide, typename ToGbk>
+std::vector<std::string> ConvertAll(ToWide to_wide, ToGbk to_gbk) {
+    std::vector<std::string> gbk_texts = {
+        "", "ab", std::string("a\0b", 3), "a\xD6\xD0\xD6", "a\xD6 b", "a\xFF\xD6\xD0", "a\x80z"};
+    std::vector<std::wstring> wide_texts = {
+        L"",        std::wstring(L"a\0b", 3),      L"a\x4E2D\xAC00z", {L'a', 0x1F600},
+        {L'a', -1}, {L'a', 0xE0000, 0xE007F, L'b'}};
+    for (unsigned code = 0x8000; code < 0x10000; ++code) {
+        gbk_texts.push_back({'x', static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)});
+    }
+    for (wchar_t c = 0; c < 0x10000; ++c) wide_texts.push_back({L'x', c});
+    std::vector<std::string> all;
+    for (const std::string& text : gbk_texts) {
+        std::wstring wide = L"stale";
+        const std::string result = std::to_string(to_wide(text, wide));
+        all.push_back(result + test_support::AsBytes(wide));
+    }
+    for (const std::wstring& text : wide_texts) {
+        std::string gbk = "stale";
+        const std::string result = std::to_string(to_gbk(text, gbk));
+        all.push_back(result + gbk);
+    }
+    return all;
+}
+
+TEST(LocaleRouteTest, GivesWhatTheCLibraryGivesWithAndWithoutTheLocale) {
+    SKIP_WITHOUT_GBK_LOCALE();
+    std::vector<std::string> by_locale, by_table;
+    EXPECT_EQ(PrintedBy([&] { by_locale = ConvertAll(ANSIToUnicode, UnicodeToANSI); }), "");
+    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "zh_CN.gbk");
+    const auto expected = ConvertAll(
+        [](const std::string& gbk, std::wstring& wide) {
+            wchar_t buffer[16] = {};
+            const std::size_t result = std::mbstowcs(buffer, gbk.c_str(), 15);
+            wide = buffer;
+            return result;
+        },
+        [](const std::wstring& wide, std::string& gbk) {
+            char buffer[16] = {};
+            const std::size_t result = std::wcstombs(buffer, wide.c_str(), 15);
+            gbk = buffer;
+            return result;
+        });
+    const NoLocales nowhere;
+    PrintedBy([&] { by_table = ConvertAll(ANSIToUnicode, UnicodeToANSI); });
+    EXPECT_TRUE(by_locale == expected);
+    EXPECT_TRUE(by_table == expected);
+}
+
+// All of GBK in one text, there and back, and texts that are cut where GBK ends.
+void CheckTexts() {
+    std::string all_gbk, text;
+    for (wchar_t c = 1; c < 0x10000; ++c) {
+        all_gbk += test_support::Iconv("WCHAR_T", "GBK", test_support::AsBytes({c})).value_or("");
+    }
+    ASSERT_EQ(all_gbk.size(), 127 + 1 + 2 * 21791u);
+    const std::size_t length = ANSIToUTF8((all_gbk + '\xD6').c_str(), text);
+    EXPECT_EQ(text.size(), length);
+    EXPECT_TRUE(text == test_support::Iconv("GBK", "UTF-8", all_gbk));
+    EXPECT_EQ(UTF8ToANSI(text.c_str(), text), 1);
+    EXPECT_TRUE(text == all_gbk);
+    UTF8ToANSI("\xEF\xBB\xBF\xF0\x9F\x98\x80\xE4\xB8\xAD\xC2\xA9z", text);
+    EXPECT_EQ(test_support::Hex(text), "D6 D0");
+}
+
+TEST(LocaleRouteTest, ConvertsTextsByTheLocale) {
+    SKIP_WITHOUT_GBK_LOCALE();
+    EXPECT_EQ(PrintedBy(CheckTexts), "");
+}
+
+TEST(LocaleRouteTest, ConvertsTextsByTheTable) {
+    const NoLocales nowhere;
+    EXPECT_EQ(PrintedBy(CheckTexts), std::string(kMessage) + kMessage + kMessage);
+}
+
+// A thread with a locale of its own stands for the C libraries that set a locale of any name.
+TEST(LocaleRouteTest, TrustsTheConversionRatherThanTheName) {
+    SKIP_WITHOUT_GBK_LOCALE();
+    const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before = uselocale(plain);
+    EXPECT_NE(std::setlocale(LC_ALL, "zh_CN.gbk"), nullptr);
+    EXPECT_EQ(PrintedBy(CheckTexts), std::string(kMessage) + kMessage + kMessage);
+    uselocale(before);
+    freelocale(plain);
+}
+
+}  // namespace

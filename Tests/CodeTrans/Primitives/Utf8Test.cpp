@@ -1,0 +1,167 @@
+#include "CodeTrans/Primitives/Utf8.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <utility>
+
+#include "CodeTrans/Primitives/ConversionSupport.h"
+#include "CodeTrans/Primitives/Dump.h"
+#include "CodeTrans/Primitives/TableRoute.h"
+#include "Support/TestSupport.h"
+
+namespace {
+
+using test_support::Exactly;
+using test_support::Hex;
+
+// The result of the pointer form with the zero bytes that must follow it.
+std::string EncodeIntoBuffer(const std::wstring& text) {
+    unsigned char* utf8 = nullptr;
+    const std::size_t length = unicode_to_utf8(text.data(), text.size(), &utf8);
+    std::string bytes(reinterpret_cast<char*>(utf8), 3 * text.size() + 1);
+    std::free(utf8);
+    EXPECT_EQ(bytes.find_first_not_of('\0', length), std::string::npos);
+    return bytes.substr(0, length);
+}
+
+// Decodes into 4 × characters + 2 bytes, which must be enough.
+std::wstring DecodeIntoBuffer(std::string utf8, std::size_t characters) {
+    std::vector<char> input = Exactly(utf8 + '\0'), output(4 * characters + 2, '\x55');
+    auto* wide = reinterpret_cast<wchar_t*>(output.data());
+    EXPECT_EQ(utf8_to_unicode(reinterpret_cast<unsigned char*>(input.data()), wide), 4 * characters);
+    EXPECT_EQ(Hex({output.data() + 4 * characters, 2}), "00 00");
+    return std::wstring(wide, characters);
+}
+
+// Decodes into 2 × units + 1 bytes, which must be enough.
+std::wstring DecodeIntoUnits(std::string utf8, std::size_t units) {
+    std::vector<char> input = Exactly(utf8 + '\0'), output(2 * units + 1, '\x55');
+    EXPECT_EQ(utf8tou(input.data(), output.data()), units);
+    EXPECT_EQ(output.back(), 0);
+    std::wstring wide;
+    for (std::size_t i = 0; i < 2 * units; i += 2) {
+        wide += static_cast<unsigned char>(output[i]) | static_cast<unsigned char>(output[i + 1]) << 8;
+    }
+    return wide;
+}
+
+TEST(Utf8Test, ConvertsTheWholeBmpLikeTheCLibrary) {
+    std::wstring wide;
+    std::string utf8;
+    for (wchar_t c = 1; c < 0x10000; ++c) {
+        const auto expected = test_support::Iconv("WCHAR_T", "UTF-8", test_support::AsBytes({c}));
+        if (!expected) continue;  // a surrogate
+        unsigned char one[6] = {};
+        const int length = unicode_to_utf8_one(static_cast<unsigned long>(c), one, 6);
+        ASSERT_EQ(std::string(one, one + length), *expected);
+        wchar_t decoded = 0;
+        const std::vector<char> range = Exactly(*expected);
+        ASSERT_EQ(UTF8Char_ToUnicode(range.data(), range.size(), decoded), range.size());
+        ASSERT_EQ(decoded, c);
+        wide += c;
+        utf8 += *expected;
+    }
+    ASSERT_EQ(wide.size(), 65535u - 2048);
+    EXPECT_TRUE(unicode_to_utf8(wide) == utf8);
+    EXPECT_TRUE(EncodeIntoBuffer(wide) == utf8);
+    EXPECT_TRUE(utf8_to_unicode(utf8.c_str()) == wide);
+    EXPECT_TRUE(DecodeIntoBuffer(utf8, wide.size()) == wide);
+    EXPECT_TRUE(DecodeIntoUnits(utf8, wide.size()) == wide);
+}
+
+// What the lenient and the strict decoder make of malformed text, behind runs of ASCII.
+TEST(Utf8Test, SkipsOrReadsMalformedText) {
+    const struct {
+        const char* utf8;
+        std::wstring lenient, strict;
+    } rows[] = {
+        {"", L"", L""},
+        {"\xEF\xBB\xBFx", L"\xFEFFx", L"\xFEFFx"},  // byte-order mark
+        {"\xF0\x9F\x98\x80!", L"!", L"!"},          // beyond the BMP
+        {"\xC3(", L"\xE8", L"("},                   // no continuation byte
+        {"\xE4(\xAD|", L"\x4A2D|", L"(|"},          // none in the middle
+        {"\xE4\xB8(", L"\x4E28", L"("},             // none at the end
+        {"\xE4\xB8", L"", L""},                     // cut short
+        {"x\xC3", L"x", L"x"},
+        {"\xF0\x9F\x98z", L"z", L"z"},
+        {"\xF0\xC3\xA9", L"\xE9", L"\xE9"},         // the wrong lead is skipped alone
+        {"\x80\xBF\xF8\xFC\xFE\xFFx", L"x", L"x"},  // no lead bytes
+        {"\xC1\x81\xE0\x81\x81", L"AA", L"AA"},     // overlong
+        {"\xED\xA0\x80", L"\xD800", L"\xD800"},     // surrogate
+        {"\xC3\xE4\xB8\xAD", L"\xE4", L"\x4E2D"},   // a lead swallows the next lead
+    };
+    for (const auto& row : rows) {
+        for (std::string ascii; ascii.size() < 9; ascii += 'a') {
+            SCOPED_TRACE(Hex(ascii + row.utf8));
+            const std::wstring lenient = std::wstring(ascii.size(), L'a') + row.lenient;
+            const std::wstring strict = std::wstring(ascii.size(), L'a') + row.strict;
+            EXPECT_EQ(utf8_to_unicode(Exactly(ascii + row.utf8 + '\0').data()), lenient);
+            EXPECT_EQ(DecodeIntoBuffer(ascii + row.utf8, lenient.size()), lenient);
+            EXPECT_EQ(DecodeIntoUnits(ascii + row.utf8, strict.size()), strict);
+        }
+    }
+    EXPECT_EQ(utf8_to_unicode("a\xC0\x80z"), L"a");  // U+0000 ends the owned string only
+    EXPECT_EQ(DecodeIntoBuffer("a\xC0\x80z", 3), std::wstring(L"a\0z", 3));
+    EXPECT_EQ(UtfStr2Unicode("\xEF\xBB\xBF\xEF\xBB\xBF\xE4\xB8\xAD"), L"\xFEFF\x4E2D");
+    EXPECT_EQ(UtfStr2Unicode(Exactly(std::string("\xEF\xBB\0", 3)).data()), L"");
+}
+
+TEST(Utf8Test, EncodesOrDropsWhatIsNoBmpCharacter) {
+    const std::wstring text = {L'a', 0xD800, 0x1F600, 0x10000, 0xFFFF, -1, L'\0', 0x7FF, 0x800};
+    EXPECT_EQ(Hex(EncodeIntoBuffer(text)), "61 ED A0 80 EF BF BF 00 DF BF E0 A0 80");
+    EXPECT_EQ(Hex(unicode_to_utf8(text)), "61 ED A0 80 EF BF BF");
+    EXPECT_EQ(EncodeIntoBuffer(L""), "");
+    unsigned char byte = 0, *utf8 = &byte;
+    EXPECT_EQ(unicode_to_utf8(text.data(), SIZE_MAX / 3 + 1, &utf8), 0u);
+    EXPECT_EQ(utf8, nullptr);
+}
+
+TEST(Utf8Test, EncodesOneCodePointInUpToSixBytes) {
+    // clang-format off
+    const std::pair<unsigned long, const char*> rows[] = {
+        {0, "00"}, {0x10000, "F0 90 80 80"}, {0x1FFFFF, "F7 BF BF BF"},
+        {0x200000, "F8 88 80 80 80"}, {0x3FFFFFF, "FB BF BF BF BF"},
+        {0x4000000, "FC 84 80 80 80 80"}, {0x7FFFFFFF, "FD BF BF BF BF BF"},
+        {0x80000000, ""}, {0x100000041, ""}};
+    // clang-format on
+    for (const auto& [code_point, bytes] : rows) {
+        std::string utf8(8, '\x55');
+        auto* buffer = reinterpret_cast<unsigned char*>(utf8.data());
+        const int length = unicode_to_utf8_one(code_point, buffer, 6);
+        EXPECT_EQ(Hex(utf8.substr(0, static_cast<std::size_t>(length))), bytes);
+        EXPECT_EQ(utf8[static_cast<std::size_t>(length)], 0x55) << bytes;
+        EXPECT_EQ(unicode_to_utf8_one(code_point, buffer, 5), 0) << bytes;
+    }
+    EXPECT_EQ(unicode_to_utf8_one('A', nullptr, 6), 0);
+}
+
+// Whatever is no complete character is U+FEFF. The length is the number of leading one bits, if that is 2 to 6.
+TEST(Utf8Test, MeasuresOneCharacterOfARange) {
+    wchar_t code_point = 0;
+    EXPECT_EQ(UTF8Char_ToUnicode(nullptr, 0, code_point), 1u);
+    EXPECT_EQ(code_point, 0xFEFF);
+    for (unsigned lead = 0x80; lead < 0x100; ++lead) {
+        std::size_t ones = 1;
+        while ((lead << ones & 0x80) != 0) ++ones;
+        for (const char* rest : {"", "(\x80\x80\x80", "\x80(\x80\x80", "\x80"}) {
+            const std::vector<char> range = Exactly(static_cast<char>(lead) + std::string(rest));
+            SCOPED_TRACE(Hex({range.data(), range.size()}));
+            EXPECT_EQ(UTF8Char_ToUnicode(range.data(), range.size(), code_point), ones > 6 ? 1 : ones);
+            const bool complete = ones == 2 && *rest == '\x80';
+            EXPECT_EQ(code_point, complete ? (lead & 0x1F) << 6 : 0xFEFF);
+        }
+    }
+}
+
+TEST(DumpTest, WritesUpperCaseHexadecimalLines) {
+    unsigned char text[] = "\xE4\xB8\x0F~";
+    wchar_t wide[] = {0x4E2D, 0, 0x7FABCDEF};
+    testing::internal::CaptureStdout();
+    dump_utf8(text);
+    dump_utf8(text + 4);
+    dump_unicode(wide, 10);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "E4B80F7E\n\n2D4E000000000000EFCD\n");
+}
+
+}  // namespace
