@@ -6,6 +6,9 @@
 
 // clang-format off
 // Runtime
+#include "Global.h"
+#include "Runtime/BufferManager.h"
+#include "Runtime/LogWriter.h"
 // Chinese text
 // String toolkit
 // Files
