@@ -12,6 +12,7 @@
 // Chinese text
 // String toolkit
 // Files
+#include "Files/FileReader.h"
 // clang-format on
 
 #endif
