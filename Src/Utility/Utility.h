@@ -6,9 +6,13 @@
 
 // clang-format off
 // Runtime
+#include "Global.h"
+#include "Runtime/BufferManager.h"
+#include "Runtime/LogWriter.h"
 // Chinese text
 // String toolkit
 // Files
+#include "Files/FileReader.h"
 // clang-format on
 
 #endif
