@@ -22,28 +22,26 @@ struct Utf8Step {
 constexpr Utf8Step kSkipOneByte = {1, false, 0};
 
 // Reads NUL-terminated text at a byte that is not its NUL. Each further byte is looked at only when the one
-// before it is not the NUL.
+// before it is not the NUL. A four-byte sequence needs no case of its own: it is skipped byte by byte.
 inline Utf8Step ReadUtf8(const char* utf8) {
     const unsigned lead = ToByte(utf8[0]);
     if (lead < 0x80) return {1, true, lead};
-    if (lead < 0xC0 || lead > 0xF7 || !IsUtf8Continuation(ToByte(utf8[1]))) return kSkipOneByte;
+    if (lead < 0xC0 || lead > 0xEF || !IsUtf8Continuation(ToByte(utf8[1]))) return kSkipOneByte;
     const unsigned second = ToByte(utf8[1]) & 0x3Fu;
     if (lead < 0xE0) return {2, true, (lead & 0x1F) << 6 | second};
     if (!IsUtf8Continuation(ToByte(utf8[2]))) return kSkipOneByte;
-    const unsigned third = ToByte(utf8[2]) & 0x3Fu;
-    if (lead < 0xF0) return {3, true, (lead & 0x0F) << 12 | second << 6 | third};
-    if (!IsUtf8Continuation(ToByte(utf8[3]))) return kSkipOneByte;
-    return {4, false, 0};
+    return {3, true, (lead & 0x0F) << 12 | second << 6 | (ToByte(utf8[2]) & 0x3Fu)};
 }
 
 // Writes one unit as GBK and returns the end of what it wrote.
 inline char* WriteGbk(unsigned unit, char* gbk) {
     constexpr unsigned kIdeographicSpace = 0xA1A1;
-    unsigned code = CodeTable[unit];
-    if (unit >= 0x80) {
-        if (code == 0) code = kIdeographicSpace;
-        *gbk++ = ToChar(code >> 8);
+    if (unit < 0x80) {
+        *gbk++ = ToChar(unit);
+        return gbk;
     }
+    const unsigned code = CodeTable[unit] != 0 ? CodeTable[unit] : kIdeographicSpace;
+    *gbk++ = ToChar(code >> 8);
     *gbk++ = ToChar(code & 0xFF);
     return gbk;
 }
