@@ -14,6 +14,8 @@
 // Code maps, detection, conversion
 // HTML
 // Normalisation
+#include "Normalisation/StringFolding.h"
+#include "Normalisation/FileNames.h"
 // Last error
 // clang-format on
 
