@@ -17,6 +17,7 @@
 #include "Normalisation/StringFolding.h"
 #include "Normalisation/FileNames.h"
 // Last error
+#include "LastError/LastErrorMessage.h"
 // clang-format on
 
 #endif
