@@ -13,6 +13,7 @@
 #include "Primitives/Dump.h"
 // Code maps, detection, conversion
 // HTML
+#include "Html/HtmlToText.h"
 // Normalisation
 #include "Normalisation/StringFolding.h"
 #include "Normalisation/FileNames.h"

@@ -10,6 +10,12 @@
 #include "Runtime/BufferManager.h"
 #include "Runtime/LogWriter.h"
 // Chinese text
+#include "ChineseText/CharacterClass.h"
+#include "ChineseText/CharacterStepping.h"
+#include "ChineseText/EnglishText.h"
+#include "ChineseText/Gb2312Grid.h"
+#include "ChineseText/Sentences.h"
+#include "ChineseText/TextTidying.h"
 // String toolkit
 // Files
 #include "Files/FileReader.h"
