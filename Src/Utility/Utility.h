@@ -17,6 +17,14 @@
 #include "ChineseText/Sentences.h"
 #include "ChineseText/TextTidying.h"
 // String toolkit
+#include "StringToolkit/CharVector.h"
+#include "StringToolkit/Joining.h"
+#include "StringToolkit/Replacing.h"
+#include "StringToolkit/Splitting.h"
+#include "StringToolkit/StrLine.h"
+#include "StringToolkit/StrToken.h"
+#include "StringToolkit/TokenReader.h"
+#include "StringToolkit/Trimming.h"
 // Files
 #include "Files/FileReader.h"
 // clang-format on
