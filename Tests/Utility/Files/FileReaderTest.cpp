@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "Internal/Bytes.h"
 #include "Support/TestSupport.h"
 #include "Utility/Global.h"
 #include "Utility/Runtime/LogWriter.h"
@@ -22,6 +23,7 @@ using test_support::Bytes;
 using test_support::Hex;
 using test_support::Restore;
 using test_support::WriteFileBytes;
+using utility::internal::ToChar;
 
 class FileReader : public testing::Test {
 protected:
@@ -69,7 +71,7 @@ TEST_F(FileReader, FillsUpWithZerosWhatTheFileDoesNotHave) {
     const std::string name = folder_ / "digits";
     WriteFileBytes(name, content);
     for (const long offset : {LONG_MIN, -1L, 0L, 3L, 9L, 10L, 11L, 1L << 40, LONG_MAX}) {
-        for (const std::size_t count : {0, 1, 7, 10, 11, 5000}) {
+        for (const std::size_t count : {0u, 1u, 7u, 10u, 11u, 5000u}) {
             for (const bool whole : {false, true}) {
                 SCOPED_TRACE(testing::Message() << offset << ' ' << count << ' ' << whole);
                 std::string expected;
@@ -138,23 +140,22 @@ TEST_F(FileReader, HoldsItsFileUntilAnotherIsOpen) {
 }
 
 TEST_F(FileReader, ThreadsShareOneOverChangingNames) {
-    for (const char digit : {'0', '1', '2'}) {
-        WriteFileBytes(folder_ / std::string(1, digit), std::string(10000u + digit, digit));
-    }
+    const auto name = [this](unsigned file) { return folder_ / std::to_string(file); };
+    const auto content = [](unsigned file) { return std::string(10010 + file, ToChar('0' + file)); };
+    for (unsigned file = 0; file < 3; ++file) WriteFileBytes(name(file), content(file));
     std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
     for (unsigned thread = 0; thread < 8; ++thread) {
         threads.emplace_back([&, random = thread]() mutable {
             for (int i = 0; i < 500; ++i) {
                 random = random * 1664525 + 1013904223;
-                const char digit = static_cast<char>('0' + (random >> 16) % 4);  // no file is called 3
-                const std::string name = folder_ / std::string(1, digit);
+                const unsigned file = (random >> 16) % 4;  // the last one does not exist
                 std::string text;
-                reader_.ReadFile(name.c_str(), text, 0, 0, true);
-                wrong += text != (digit == '3' ? "" : std::string(10000u + digit, digit));
-                const std::string end = Read(reader_, name, 10000, 100, false);
-                wrong += end != (digit == '3' ? "no buffer"
-                                              : std::string(digit, digit) + std::string(100u - digit, '\0'));
+                reader_.ReadFile(name(file).c_str(), text, 0, 0, true);
+                wrong += text != (file == 3 ? "" : content(file));
+                const std::string end = Read(reader_, name(file), 10000, 20, false);
+                wrong += end != (file == 3 ? "no buffer"
+                                           : content(file).substr(10000) + std::string(10 - file, '\0'));
             }
         });
     }
