@@ -13,6 +13,9 @@
 // String toolkit
 // Files
 #include "Files/FileReader.h"
+// Dates
+#include "DateTime/DateFormatting.h"
+#include "DateTime/DateParsing.h"
 // clang-format on
 
 #endif
