@@ -27,6 +27,9 @@
 #include "StringToolkit/Trimming.h"
 // Files
 #include "Files/FileReader.h"
+// Dates
+#include "DateTime/DateFormatting.h"
+#include "DateTime/DateParsing.h"
 // clang-format on
 
 #endif

@@ -10,7 +10,10 @@
 #include <utility>
 
 #include "Internal/EarlyInit.h"
+#include "Internal/LocalTime.h"
 #include "Utility/Global.h"
+
+using utility::internal::LocalNow;
 
 UTILITY_EARLY_INIT std::string g_sLogPath;
 
@@ -21,13 +24,6 @@ std::mutex log_path_mutex;
 std::string FormatTime(const std::tm& time, const char* format) {
     char text[100];
     return std::string(text, std::strftime(text, sizeof text, format, &time));
-}
-
-std::tm LocalTimeNow() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    return local;
 }
 
 std::string Stamp(const std::tm& time) {
@@ -93,7 +89,7 @@ void PrintToConsole(const std::string& line, const std::string& complaint) {
 void WriteLog(std::string message, char const* directory, bool is_error) {
     if (!g_bLog) return;
     const int saved_errno = errno;  // the caller may still want to know why it failed
-    const std::tm now = LocalTimeNow();
+    const std::tm now = LocalNow();
     const std::string stamp = Stamp(now);
     const std::string file_name = LogFileName(directory, is_error, now);
     if (!AppendToFile(file_name, FormatLine(stamp, '\t', message))) {
@@ -107,7 +103,7 @@ void WriteError(std::string message, char const* directory) {
 }
 
 void WriteLog(std::FILE* stream, std::string message) {
-    const std::string line = FormatLine(Stamp(LocalTimeNow()), ' ', message);
+    const std::string line = FormatLine(Stamp(LocalNow()), ' ', message);
     if (stream == nullptr) {
         PrintToConsole(line, "Cannot write log file!\r\n");
     } else {
