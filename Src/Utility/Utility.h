@@ -26,7 +26,9 @@
 #include "StringToolkit/TokenReader.h"
 #include "StringToolkit/Trimming.h"
 // Files
+#include "Files/FileQueries.h"
 #include "Files/FileReader.h"
+#include "Files/WordReader.h"
 // Dates
 #include "DateTime/DateFormatting.h"
 #include "DateTime/DateParsing.h"
