@@ -1,0 +1,38 @@
+# Every header that a host may include, directly or through one of the five that gather them, below Src/. They are
+# installed, and a test compiles each of them alone.
+set(UTILITY_PUBLIC_HEADERS
+  CodeTrans/STLCodeTrans.h
+  CodeTrans/Html/HtmlToText.h
+  CodeTrans/LastError/LastErrorMessage.h
+  CodeTrans/Normalisation/FileNames.h
+  CodeTrans/Normalisation/StringFolding.h
+  CodeTrans/Primitives/Dump.h
+  CodeTrans/Primitives/LocaleRoute.h
+  CodeTrans/Primitives/TableRoute.h
+  CodeTrans/Primitives/Utf8.h
+  CodeTrans/Tables/CodeTable.h
+  Utility/Global.h
+  Utility/Utility.h
+  Utility/UtilityExport.h
+  Utility/ChineseText/CharacterClass.h
+  Utility/ChineseText/CharacterStepping.h
+  Utility/ChineseText/EnglishText.h
+  Utility/ChineseText/Gb2312Grid.h
+  Utility/ChineseText/Sentences.h
+  Utility/ChineseText/TextTidying.h
+  Utility/DateTime/DateFormatting.h
+  Utility/DateTime/DateParsing.h
+  Utility/Files/FileQueries.h
+  Utility/Files/FileReader.h
+  Utility/Files/WordReader.h
+  Utility/Runtime/BufferManager.h
+  Utility/Runtime/LogWriter.h
+  Utility/StringToolkit/CharVector.h
+  Utility/StringToolkit/Joining.h
+  Utility/StringToolkit/Replacing.h
+  Utility/StringToolkit/Splitting.h
+  Utility/StringToolkit/StrLine.h
+  Utility/StringToolkit/StrToken.h
+  Utility/StringToolkit/TokenReader.h
+  Utility/StringToolkit/Trimming.h
+)
