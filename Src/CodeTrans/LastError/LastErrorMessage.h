@@ -6,7 +6,7 @@
 
 #include "../../Utility/UtilityExport.h"
 
-/** Returns a new NUL-terminated copy of `g_sLastErrorMessage`: in UTF-8 when `g_nEncodeType` is 1, else in GBK.
+/** Returns a new NUL-terminated copy of `g_sLastErrorMessage`, in UTF-8 when `g_nEncodeType` is 1, else GBK.
  *
  * Never null; an empty message gives an empty text. When `g_pBufManager` is set the copy belongs to that
  * manager, which may free a batch of older buffers now and frees this one in a later batch: do not free it.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string_view>
 
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
@@ -11,7 +12,6 @@
 namespace {
 
 using utility::internal::ByteSet;
-using utility::internal::EncodedList;
 using utility::internal::Gbk;
 using utility::internal::IsAscii;
 using utility::internal::IsAsciiUpper;
@@ -35,10 +35,10 @@ static_assert(kQuotationMarks.size() == 8 && kSeparators.size() == 20);
 class PairFolding {
 public:
     constexpr PairFolding() {
-        AddList(kOpeningBrackets, '(');
-        AddList(kClosingBrackets, ')');
-        AddList(kQuotationMarks, '"');
-        AddList(kSeparators, '\t');
+        AddList(kOpeningBrackets.view(), '(');
+        AddList(kClosingBrackets.view(), ')');
+        AddList(kQuotationMarks.view(), '"');
+        AddList(kSeparators.view(), '\t');
         // Row 3 of GB2312 is ASCII with the top bits set.
         for (unsigned byte = '0'; byte <= '9'; ++byte) full_width_[byte | 0x80] = ToChar(byte);
         for (unsigned byte = 'a'; byte <= 'z'; ++byte) {
@@ -71,8 +71,7 @@ private:
         throw "there is no row for this lead byte";
     }
 
-    template <std::size_t N>
-    constexpr void AddList(const EncodedList<N>& codes, char folded) {
+    constexpr void AddList(std::string_view codes, char folded) {
         for (std::size_t i = 0; i < codes.size(); i += 2) {
             RowOf(ToByte(codes[i]))[ToByte(codes[i + 1])] = folded;
         }

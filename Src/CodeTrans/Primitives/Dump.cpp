@@ -14,7 +14,7 @@ void DumpBytes(const unsigned char* bytes, std::size_t count) {
         line[2 * i] = kDigits[bytes[i] >> 4];
         line[2 * i + 1] = kDigits[bytes[i] & 0x0F];
     }
-    std::fwrite(line.data(), 1, line.size(), stdout);
+    static_cast<void>(std::fwrite(line.data(), 1, line.size(), stdout));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "CodeTrans/Primitives/LocaleRoute.h"
 
 #include <clocale>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -58,7 +59,7 @@ std::size_t GbkToWideByTable(const char* gbk, wchar_t* wide) {
 }
 
 // The language tags of plane 14, which the GNU C library passes over in silence.
-bool IsTagCharacter(unsigned long code_point) {
+bool IsTagCharacter(std::uint32_t code_point) {
     return code_point >= 0xE0000 && code_point <= 0xE007F;
 }
 
@@ -66,7 +67,7 @@ bool IsTagCharacter(unsigned long code_point) {
 std::size_t WideToGbkByTable(const wchar_t* wide, char* gbk) {
     char* out = gbk;
     for (; *wide != L'\0'; ++wide) {
-        const auto code_point = static_cast<unsigned long>(*wide);
+        const auto code_point = static_cast<std::uint32_t>(*wide);
         if (IsTagCharacter(code_point)) continue;
         const unsigned code = code_point < 0x10000 ? CodeTable[code_point] : 0;
         if (code == 0) return kConversionError;

@@ -5,7 +5,6 @@
 
 namespace {
 
-using utility::internal::IsAscii;
 using utility::internal::IsUtf8Continuation;
 using utility::internal::LoadUcs2;
 using utility::internal::StoreUcs2;

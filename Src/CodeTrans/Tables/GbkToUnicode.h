@@ -1,8 +1,8 @@
 #ifndef UTILITY_CODETRANS_GBKTOUNICODE_H
 #define UTILITY_CODETRANS_GBKTOUNICODE_H
 
-// The inverse of CodeTable: read-only data worked out by the compiler, so it costs nothing at start-up and any
-// number of threads may read it.
+// The inverse of CodeTable: read-only data worked out by the compiler, so it costs nothing at start-up and
+// any number of threads may read it.
 
 #include <array>
 #include <cstddef>

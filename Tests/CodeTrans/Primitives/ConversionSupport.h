@@ -15,7 +15,7 @@ inline std::optional<std::string> Iconv(const char* from, const char* to, std::s
     std::string converted(4 * text.size() + 16, '\0');
     char *in = text.data(), *out = converted.data();
     std::size_t in_left = text.size(), out_left = converted.size();
-    const iconv_t converter = iconv_open(to, from);
+    iconv_t converter = iconv_open(to, from);
     const std::size_t result = iconv(converter, &in, &in_left, &out, &out_left);
     iconv_close(converter);
     if (result == static_cast<std::size_t>(-1)) return std::nullopt;

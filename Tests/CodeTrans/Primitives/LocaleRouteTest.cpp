@@ -20,7 +20,7 @@ public:
     NoLocales() {
         if (const char* before = std::getenv("LOCPATH")) before_ = before;
         setenv("LOCPATH", empty_.path().c_str(), 1);
-        std::setlocale(LC_ALL, "C");
+        EXPECT_NE(std::setlocale(LC_ALL, "C"), nullptr);
         EXPECT_EQ(std::setlocale(LC_ALL, "zh_CN.gbk"), nullptr);
     }
     ~NoLocales() { before_.empty() ? unsetenv("LOCPATH") : setenv("LOCPATH", before_.c_str(), 1); }
@@ -37,8 +37,8 @@ std::string PrintedBy(Call call) {
     return testing::internal::GetCapturedStdout();
 }
 
-// Results and outputs for every code of two bytes and every code point behind an ASCII byte, and for text that
-// ends early.
+// Results and outputs for every code of two bytes and every code point behind an ASCII byte, and for text
+// that ends early.
 template <typename ToWide, typename ToGbk>
 std::vector<std::string> ConvertAll(ToWide to_wide, ToGbk to_gbk) {
     std::vector<std::string> gbk_texts = {

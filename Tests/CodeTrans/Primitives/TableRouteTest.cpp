@@ -13,7 +13,7 @@ namespace {
 using test_support::Exactly;
 using test_support::Hex;
 
-std::string ConvertUnits(std::string ucs2, std::size_t gbk_bytes) {
+std::string ConvertUnits(const std::string& ucs2, std::size_t gbk_bytes) {
     std::vector<char> gbk(gbk_bytes + 2, '\x55');
     utoGbk(Exactly(ucs2).data(), gbk.data(), ucs2.size() / 2);
     return {gbk.begin(), gbk.end()};

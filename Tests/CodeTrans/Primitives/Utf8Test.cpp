@@ -8,6 +8,7 @@
 #include "CodeTrans/Primitives/ConversionSupport.h"
 #include "CodeTrans/Primitives/Dump.h"
 #include "CodeTrans/Primitives/TableRoute.h"
+#include "Internal/Bytes.h"
 #include "Support/TestSupport.h"
 
 namespace {
@@ -26,7 +27,7 @@ std::string EncodeIntoBuffer(const std::wstring& text) {
 }
 
 // Decodes into 4 × characters + 2 bytes, which must be enough.
-std::wstring DecodeIntoBuffer(std::string utf8, std::size_t characters) {
+std::wstring DecodeIntoBuffer(const std::string& utf8, std::size_t characters) {
     std::vector<char> input = Exactly(utf8 + '\0'), output(4 * characters + 2, '\x55');
     auto* wide = reinterpret_cast<wchar_t*>(output.data());
     EXPECT_EQ(utf8_to_unicode(reinterpret_cast<unsigned char*>(input.data()), wide), 4 * characters);
@@ -35,13 +36,13 @@ std::wstring DecodeIntoBuffer(std::string utf8, std::size_t characters) {
 }
 
 // Decodes into 2 × units + 1 bytes, which must be enough.
-std::wstring DecodeIntoUnits(std::string utf8, std::size_t units) {
+std::wstring DecodeIntoUnits(const std::string& utf8, std::size_t units) {
     std::vector<char> input = Exactly(utf8 + '\0'), output(2 * units + 1, '\x55');
     EXPECT_EQ(utf8tou(input.data(), output.data()), units);
     EXPECT_EQ(output.back(), 0);
     std::wstring wide;
     for (std::size_t i = 0; i < 2 * units; i += 2) {
-        wide += static_cast<unsigned char>(output[i]) | static_cast<unsigned char>(output[i + 1]) << 8;
+        wide += static_cast<wchar_t>(utility::internal::LoadUcs2(&output[i]));
     }
     return wide;
 }
@@ -136,7 +137,7 @@ TEST(Utf8Test, EncodesOneCodePointInUpToSixBytes) {
     EXPECT_EQ(unicode_to_utf8_one('A', nullptr, 6), 0);
 }
 
-// Whatever is no complete character is U+FEFF. The length is the number of leading one bits, if that is 2 to 6.
+// What is no complete character is U+FEFF. The length is the number of leading one bits, if that is 2 to 6.
 TEST(Utf8Test, MeasuresOneCharacterOfARange) {
     wchar_t code_point = 0;
     EXPECT_EQ(UTF8Char_ToUnicode(nullptr, 0, code_point), 1u);
