@@ -39,8 +39,7 @@ std::string PrintedBy(Call call) {
 
 // Results and outputs for every code of two bytes and every code point behind an ASCII byte, and for text
 // that ends early.
-template <typename ToWide, typename ToGbk>
-std::vector<std::string> ConvertAll(ToWide to_wide, ToGbk to_gbk) {
+std::vector<std::string> ConvertAll() {
     std::vector<std::string> gbk_texts = {
         "", "ab", std::string("a\0b", 3), "a\xD6\xD0\xD6", "a\xD6 b", "a\xFF\xD6\xD0", "a\x80z"};
     std::vector<std::wstring> wide_texts = {
@@ -53,39 +52,27 @@ std::vector<std::string> ConvertAll(ToWide to_wide, ToGbk to_gbk) {
     std::vector<std::string> all;
     for (const std::string& text : gbk_texts) {
         std::wstring wide = L"stale";
-        const std::string result = std::to_string(to_wide(text, wide));
+        const std::string result = std::to_string(ANSIToUnicode(text, wide));
         all.push_back(result + test_support::AsBytes(wide));
     }
     for (const std::wstring& text : wide_texts) {
         std::string gbk = "stale";
-        const std::string result = std::to_string(to_gbk(text, gbk));
+        const std::string result = std::to_string(UnicodeToANSI(text, gbk));
         all.push_back(result + gbk);
     }
     return all;
 }
 
-TEST(LocaleRouteTest, GivesWhatTheCLibraryGivesWithAndWithoutTheLocale) {
+// The C library's GBK and the table, which were not made from each other, agree on everything.
+TEST(LocaleRouteTest, GivesTheSameWithAndWithoutTheLocale) {
     SKIP_WITHOUT_GBK_LOCALE();
     std::vector<std::string> by_locale, by_table;
-    EXPECT_EQ(PrintedBy([&] { by_locale = ConvertAll(ANSIToUnicode, UnicodeToANSI); }), "");
+    EXPECT_EQ(PrintedBy([&] { by_locale = ConvertAll(); }), "");
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "zh_CN.gbk");
-    const auto expected = ConvertAll(
-        [](const std::string& gbk, std::wstring& wide) {
-            wchar_t buffer[16] = {};
-            const std::size_t result = std::mbstowcs(buffer, gbk.c_str(), 15);
-            wide = buffer;
-            return result;
-        },
-        [](const std::wstring& wide, std::string& gbk) {
-            char buffer[16] = {};
-            const std::size_t result = std::wcstombs(buffer, wide.c_str(), 15);
-            gbk = buffer;
-            return result;
-        });
     const NoLocales nowhere;
-    PrintedBy([&] { by_table = ConvertAll(ANSIToUnicode, UnicodeToANSI); });
-    EXPECT_TRUE(by_locale == expected);
-    EXPECT_TRUE(by_table == expected);
+    PrintedBy([&] { by_table = ConvertAll(); });
+    EXPECT_EQ(by_locale.size(), 7 + 0x8000 + 6 + 0x10000u);
+    EXPECT_TRUE(by_locale == by_table);
 }
 
 // All of GBK in one text, there and back, and texts that are cut where GBK ends.
