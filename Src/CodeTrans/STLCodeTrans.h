@@ -12,6 +12,10 @@
 #include "Primitives/LocaleRoute.h"
 #include "Primitives/Dump.h"
 // Code maps, detection, conversion
+#include "CodeMaps/EncodingCodes.h"
+#include "CodeMaps/CodeMaps.h"
+#include "CodeMaps/Detection.h"
+#include "CodeMaps/Conversion.h"
 // HTML
 #include "Html/HtmlToText.h"
 // Normalisation
