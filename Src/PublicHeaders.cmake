@@ -2,6 +2,10 @@
 # installed, and a test compiles each of them alone.
 set(UTILITY_PUBLIC_HEADERS
   CodeTrans/STLCodeTrans.h
+  CodeTrans/CodeMaps/CodeMaps.h
+  CodeTrans/CodeMaps/Conversion.h
+  CodeTrans/CodeMaps/Detection.h
+  CodeTrans/CodeMaps/EncodingCodes.h
   CodeTrans/Html/HtmlToText.h
   CodeTrans/LastError/LastErrorMessage.h
   CodeTrans/Normalisation/FileNames.h
