@@ -1,0 +1,226 @@
+// pagetext: pages of unknown encoding in, clean text out.
+
+#include <Global.h>
+#include <STLCodeTrans.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <iostream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "DataFile.h"
+#include "Decoding.h"
+#include "Input.h"
+#include "Markup.h"
+#include "Splitting.h"
+
+namespace {
+
+using pagetext::Encoding;
+
+enum class Form { kText, kEncoding, kSentences, kTokens, kJson };
+
+struct Options {
+    std::vector<std::string> files;
+    Encoding from = Encoding::kUnknown;  // detect
+    bool to_gbk = false;
+    bool plain = false;
+    Form form = Form::kText;
+    std::string data_file;
+};
+
+// One line on standard error that is written over as the files go by, where a person is looking.
+class Progress {
+public:
+    explicit Progress(std::size_t files) : files_(files), shown_(files > 1 && isatty(STDERR_FILENO) != 0) {}
+    void Show(std::size_t done, const std::string& name) const {
+        if (shown_) std::cerr << "\r\033[K" << done << '/' << files_ << ' ' << name << std::flush;
+    }
+    void Clear() const {
+        if (shown_) std::cerr << "\r\033[K" << std::flush;
+    }
+
+private:
+    std::size_t files_;
+    bool shown_;
+};
+
+class Program {
+public:
+    explicit Program(Options options) : options_(std::move(options)), progress_(options_.files.size()) {}
+
+    int Run() {
+        for (std::size_t i = 0; i < options_.files.size(); ++i) {
+            progress_.Show(i + 1, options_.files[i]);
+            ConvertPage(options_.files[i]);
+        }
+        progress_.Clear();
+        std::cout.flush();
+        if (!std::cout.good()) {
+            std::cerr << "pagetext: standard output cannot be written\n";
+            return 1;
+        }
+        return failed_ ? 1 : 0;
+    }
+
+private:
+    void Complain(const std::string& name, const std::string& reason) {
+        progress_.Clear();
+        std::cerr << "pagetext: " << name << ": " << reason << '\n';
+        failed_ = true;
+    }
+
+    void ConvertPage(const std::string& name) {
+        std::string bytes;
+        const std::string reason = pagetext::ReadPage(name, bytes);
+        if (!reason.empty()) {
+            Complain(name, reason);
+            return;
+        }
+        const Encoding encoding =
+            options_.from == Encoding::kUnknown ? pagetext::DetectEncoding(bytes) : options_.from;
+        if (options_.form == Form::kEncoding) {
+            std::cout << NamePrefix(name) << pagetext::NameOf(encoding) << '\n';
+            return;
+        }
+        if (!pagetext::IsSupported(encoding)) {
+            Complain(name, std::string(pagetext::NameOf(encoding)) + " is not supported");
+            return;
+        }
+        pagetext::Decoded page = pagetext::Decode(bytes, encoding);
+        if (page.gb18030_four > 0) {
+            Complain(name, "four-byte characters of GB18030 are not supported; " +
+                               std::to_string(page.gb18030_four) + " written as U+FFFD");
+        }
+        if (!options_.plain) page.text = pagetext::MarkupToText(page.text);
+        Write(name, encoding, page);
+    }
+
+    // With several files a line of --detect starts with the name, as other tools do.
+    std::string NamePrefix(const std::string& name) const {
+        return options_.files.size() > 1 ? name + ": " : "";
+    }
+
+    void Write(const std::string& name, Encoding encoding, const pagetext::Decoded& page) {
+        switch (options_.form) {
+            case Form::kSentences:
+                for (const auto sentence : pagetext::Sentences(page.text)) WriteLine(sentence);
+                break;
+            case Form::kTokens:
+                for (const std::string& token : pagetext::Tokens(page.text)) WriteLine(token);
+                break;
+            case Form::kJson:
+                WriteJson(name, encoding, page);
+                break;
+            default:
+                WriteText(page.text);
+                if (!page.text.empty() && page.text.back() != '\n') std::cout << '\n';
+        }
+    }
+
+    void WriteText(std::string_view text) {
+        std::size_t references = 0;
+        if (options_.to_gbk) {
+            std::cout << pagetext::EncodeGbk(text, references);
+        } else {
+            std::cout << text;
+        }
+    }
+
+    // A sentence may run over a line break of a plain page; a line of output may not.
+    void WriteLine(std::string_view text) {
+        WriteText(text);
+        std::cout << '\n';
+    }
+
+    void WriteJson(const std::string& name, Encoding encoding, const pagetext::Decoded& page) {
+        nlohmann::ordered_json object;
+        object["name"] = pagetext::Decode(name, Encoding::kUnknown).text;
+        object["encoding"] = pagetext::NameOf(encoding);
+        object["text"] = page.text;
+        object["sentences"] = pagetext::Sentences(page.text);
+        object["replaced"] = page.replaced;
+        std::cout << object.dump() << '\n';
+    }
+
+    Options options_;
+    Progress progress_;
+    bool failed_ = false;
+};
+
+const std::map<std::string, Encoding>& EncodingNames() {
+    static const std::map<std::string, Encoding> names = {{"auto", Encoding::kUnknown},
+                                                          {"utf-8", Encoding::kUtf8},
+                                                          {"gbk", Encoding::kGbk},
+                                                          {"big5", Encoding::kBig5},
+                                                          {"utf-16le", Encoding::kUtf16Le}};
+    return names;
+}
+
+void Declare(CLI::App& app, Options& options, std::string& from, std::string& to) {
+    app.footer(
+        "Nothing of a page is lost silently: bytes without a character become U+FFFD, and with --to gbk "
+        "characters that\n"
+        "GBK lacks become references such as &#169;. Exit status: 0; 1 when a page could not be read or not "
+        "be\n"
+        "converted whole (the others are written all the same); 2 for wrong arguments.\n"
+        "The code maps are looked for at --data, $UTILITY_CODEMAPS, beside the program and where they were "
+        "installed.");
+    app.set_version_flag("--version", "pagetext " PAGETEXT_VERSION);
+    app.add_option("FILE", options.files, "Pages to read; \"-\", or none, is standard input");
+    std::vector<std::string> names;
+    for (const auto& [name, encoding] : EncodingNames()) names.push_back(name);
+    app.add_option("--from", from, "Encoding of the pages; auto looks at mark, bytes and declaration")
+        ->check(CLI::IsMember(names))
+        ->default_str("auto");
+    auto* to_option = app.add_option("--to", to, "Encoding of the text")
+                          ->check(CLI::IsMember({"utf-8", "gbk"}))
+                          ->default_str("utf-8");
+    app.add_flag("--plain", options.plain, "The pages are plain text, without markup");
+    auto* forms = app.add_option_group("Output", "instead of the text");
+    const auto form = [&](const char* flag, Form value, const char* help) {
+        return forms->add_flag_callback(
+            flag, [&options, value] { options.form = value; }, help);
+    };
+    form("--detect", Form::kEncoding, "Print the encoding alone");
+    form("--sentences", Form::kSentences, "One sentence a line");
+    form("--tokens", Form::kTokens, "One token a line, cut at blanks and punctuation");
+    form("--json", Form::kJson, "One JSON object a page: name, encoding, text, sentences, replaced")
+        ->excludes(to_option);
+    forms->require_option(0, 1);
+    app.add_option("--data", options.data_file, "Path of codemaps.dat");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    CLI::App app("Reads pages in GBK, Big5, UTF-8 or UTF-16LE, strips the markup and writes clean text.",
+                 "pagetext");
+    Options options;
+    std::string from = "auto", to = "utf-8";
+    Declare(app, options, from, to);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+    options.from = EncodingNames().at(from);
+    options.to_gbk = to == "gbk";
+    if (options.files.empty()) options.files.emplace_back("-");
+    if (options.data_file.empty()) options.data_file = pagetext::FindDataFile();
+
+    g_bLog = false;
+    if (CodeTrans_Initialize(options.data_file.c_str()) != 0) {
+        std::cerr << "pagetext: " << (options.data_file.empty() ? "codemaps.dat" : options.data_file)
+                  << ": no code maps there (see --data)\n";
+        return 1;
+    }
+    const int status = Program(std::move(options)).Run();
+    CodeTrans_Destroy();
+    return status;
+}

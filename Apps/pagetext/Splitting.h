@@ -1,0 +1,21 @@
+#ifndef PAGETEXT_SPLITTING_H
+#define PAGETEXT_SPLITTING_H
+
+// Sentences and tokens of UTF-8 text.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pagetext {
+
+// Sentences in text order, as views into `utf8_text`, without blanks at their ends. A sentence ends behind 。！？!? and
+// the closing quotes and brackets that follow, behind a full stop that a blank or the end follows, and at a line end.
+std::vector<std::string_view> Sentences(std::string_view utf8_text);
+
+// The pieces between blanks and punctuation, ASCII and Chinese. A full stop or comma inside a number stays.
+std::vector<std::string> Tokens(std::string_view utf8_text);
+
+}  // namespace pagetext
+
+#endif

@@ -1,0 +1,74 @@
+#include "Markup.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "Splitting.h"
+#include "Support/TestSupport.h"
+
+namespace {
+
+using pagetext::MarkupToText;
+
+TEST(MarkupTest, KeepsTheTextAndNothingElse) {
+    struct Row {
+        const char* html;
+        const char* text;
+    };
+    const std::string long_tag = "<img src=\"data:" + std::string(3000, 'A') + "\">x";
+    const Row rows[] = {
+        {"", ""},
+        {"<p>一<b>二</b>三</p>四", "一二三\n四"},
+        {"<td>a</td><td>b</td>", "a b"},
+        {"<script type='x'>if (a<b) {}</script >z", "z"},
+        {"<STYLE media=print>p{}</Style>z", "z"},
+        {"<script>never closed", "never closed"},
+        {"<a title=\"1>0\" href='x'>y</a>", "y"},
+        {"<a href=\"forgotten>y</a> <a href=\"z\">w</a>", "y w"},
+        {"<p<b>x", "x"},
+        {long_tag.c_str(), "x"},
+        {"a<!-- <b>no</b> -->b", "a b"},
+        {"a<!-- open", "a<!-- open"},
+        {"5 < 6, a<", "5 < 6, a<"},
+        {"&lt;p&gt; &amp;lt; AT&T &copy;2026&nbsp;x", "<p> &lt; AT&T ©2026 x"},
+        {"&#x4E2D;&#20013;&#233;&#150;&#xD800;&#0;&notin;&unknown;", "中中é–\uFFFD\uFFFD∉&unknown;"},
+        {"100%20 %E4 nbsp; &#37;41", "100%20 %E4 nbsp; %41"},
+        {"<div> a \r\n\n\n\n b </div>", "a\n\nb"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(MarkupToText(row.html), row.text) << row.html;
+    EXPECT_EQ(MarkupToText(std::string_view("a\0b", 3)), "a\uFFFDb");
+}
+
+// Openings without closings must not make the page cost more per byte the longer it is.
+TEST(MarkupTest, HostilePagesTakeLinearTime) {
+    const auto seconds = [](const std::string& page) {
+        const auto start = std::chrono::steady_clock::now();
+        MarkupToText(page);
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    for (const char* piece :
+         {"<!--", "&", "<script>", "<script x>", "<b", "<a \"", "<a 'x\"", "<a \"<a \" ", "<style><a '"}) {
+        std::string small, large;
+        while (small.size() < 50000) small += piece;
+        for (int i = 0; i < 16; ++i) large += small;
+        // Sixteen times the bytes: quadratic time would be 256 times.
+        EXPECT_LT(seconds(large), 80 * seconds(small) + 0.05) << piece;
+    }
+}
+
+TEST(SplittingTest, SentencesEndAtChineseAndWesternMarks) {
+    const std::vector<std::string_view> expected = {"他说：“走吧！”", "真的吗？！", "It is 3.14.",
+                                                    "Yes (really!)",  "甲；乙。",   "没有句号"};
+    EXPECT_EQ(pagetext::Sentences("他说：“走吧！”真的吗？！It is 3.14. Yes (really!)\n\n甲；乙。 没有句号"),
+              expected);
+    EXPECT_TRUE(pagetext::Sentences(" \n ").empty());
+}
+
+TEST(SplittingTest, TokensKeepNumbersWhole) {
+    const std::vector<std::string> expected = {"价格", "1,284.50", "元", "3.14", "ok", "中文"};
+    EXPECT_EQ(pagetext::Tokens("价格：1,284.50 元（3.14, ok）。中文"), expected);
+}
+
+}  // namespace

@@ -1,0 +1,103 @@
+// pagetext as its users start it.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "Decoding.h"
+#include "Support/TestSupport.h"
+
+namespace {
+
+struct Outcome {
+    int status;
+    std::string output;  // standard output and standard error
+};
+
+Outcome PageText(const std::string& arguments) {
+    const std::string command =
+        std::string(PAGETEXT_PROGRAM) + " --data " + UTILITY_TEST_DATA_FILE + " " + arguments + " 2>&1";
+    std::FILE* pipe = popen(command.c_str(), "r");
+    Outcome outcome{-1, {}};
+    if (pipe == nullptr) return outcome;
+    char block[4096];
+    for (std::size_t n; (n = std::fread(block, 1, sizeof block, pipe)) > 0;) outcome.output.append(block, n);
+    const int status = pclose(pipe);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return outcome;
+}
+
+std::string Page(const std::string& name) {
+    return std::string(UTILITY_TEST_SOURCE_DIR) + "/Examples/pages/" + name;
+}
+
+TEST(ProgramTest, ReadsEverySamplePage) {
+    struct Row {
+        const char* page;
+        const char* encoding;
+        const char* sentence;  // one of the page's
+    };
+    const Row rows[] = {
+        {"news-gbk.html", "gbk", "“我数了一下，从家门口到菜市场，一共三百二十步。”"},
+        {"forum-gbk.html", "gbk", "一般 3<pH<7 的土都不用担心。"},
+        {"broken-gbk.html", "gbk", "最后一行也要看得到。"},
+        {"article-big5.html", "big5", "最後一頁寫著：「風向東北，一切平安。」"},
+        {"article-utf8.html", "utf-8", "Why?"},
+        {"essay-utf8-bom.html", "utf-8", "我们坐在幕布背面看，字是反的，左右也是反的。"},
+        {"notice-utf16le.html", "utf-16le", "请提前储水，给您带来的不便敬请谅解！"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.page);
+        EXPECT_EQ(PageText("--detect " + Page(row.page)).output, std::string(row.encoding) + "\n");
+        const Outcome json = PageText("--json " + Page(row.page));
+        EXPECT_EQ(json.status, 0);
+        const auto object = nlohmann::json::parse(json.output);
+        EXPECT_EQ(object["encoding"], row.encoding);
+        EXPECT_EQ(object["replaced"], 0);
+        bool found = false;
+        for (const auto& sentence : object["sentences"]) {
+            const std::string text = sentence;
+            found = found || text.find(row.sentence) != std::string::npos;
+        }
+        EXPECT_TRUE(found) << json.output;
+        EXPECT_EQ(object["text"].get<std::string>().find("function"), std::string::npos);
+        EXPECT_EQ(object["text"].get<std::string>().find("document.write"), std::string::npos);
+    }
+}
+
+TEST(ProgramTest, GoesOnAfterAPageThatCannotBeRead) {
+    const test_support::TempFolder folder;
+    test_support::WriteFileBytes(folder / "empty", "");
+    test_support::WriteFileBytes(folder / "be", test_support::Bytes("\xFE\xFF\0a"));
+    test_support::WriteFileBytes(folder / "good", "\xD6\xD0\xCE\xC4<p>end");
+    const Outcome outcome =
+        PageText(folder / "missing" + " " + (folder / "be") + " " + (folder / "empty") + " " +
+                 folder.path().string() + " " + (folder / "good") + " --from gbk --plain");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.output.find("missing: No such file or directory\n"), std::string::npos)
+        << outcome.output;
+    EXPECT_NE(outcome.output.find(folder.path().string() + ": Is a directory\n"), std::string::npos);
+    EXPECT_NE(outcome.output.find("中文<p>end\n"), std::string::npos);
+    const Outcome unsupported = PageText(folder / "be");
+    EXPECT_EQ(unsupported.status, 1);
+    EXPECT_NE(unsupported.output.find("utf-16be is not supported"), std::string::npos);
+    EXPECT_EQ(PageText("--json " + (folder / "empty")).output,
+              "{\"name\":\"" + (folder / "empty") +
+                  "\",\"encoding\":\"ascii\",\"text\":\"\",\"sentences\":[],\"replaced\":0}\n");
+}
+
+TEST(ProgramTest, ReadsStandardInputAndWritesGbk) {
+    const Outcome gbk = PageText("--to gbk < " + Page("article-utf8.html"));
+    EXPECT_EQ(gbk.status, 0);
+    EXPECT_NE(gbk.output.find("&#127838;"), std::string::npos);
+    std::size_t references = 0;
+    EXPECT_NE(gbk.output.find(pagetext::EncodeGbk("为什么面包会变硬", references)), std::string::npos);
+    EXPECT_EQ(PageText("--sentences --json < /dev/null").status, 2);
+    EXPECT_EQ(PageText("--json --to gbk < /dev/null").status, 2);
+    EXPECT_EQ(PageText("--help").status, 0);
+}
+
+}  // namespace
