@@ -19,7 +19,8 @@ constexpr char kHalfWidth[] = ",.-~''\"\"()<>[]()*+,-./:;<=>?[]_'{|}.--,,.;:?!()
 
 void ExpectFolded(std::string text, const std::string& folded) {
     SCOPED_TRACE(Hex(text));
-    EXPECT_EQ(QuanJiao2BanJiao(text.data()), folded != text);
+    const bool changes = folded != text;
+    EXPECT_EQ(QuanJiao2BanJiao(text.data()), changes);
     EXPECT_EQ(Hex(text.c_str()), Hex(folded));
 }
 
