@@ -31,12 +31,16 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Files/WordReader.h
   Utility/Runtime/BufferManager.h
   Utility/Runtime/LogWriter.h
+  Utility/StringToolkit/BinarySearch.h
   Utility/StringToolkit/CharVector.h
   Utility/StringToolkit/Joining.h
+  Utility/StringToolkit/Locate.h
+  Utility/StringToolkit/PrefixSearch.h
   Utility/StringToolkit/Replacing.h
   Utility/StringToolkit/Splitting.h
   Utility/StringToolkit/StrLine.h
   Utility/StringToolkit/StrToken.h
   Utility/StringToolkit/TokenReader.h
   Utility/StringToolkit/Trimming.h
+  Utility/StringToolkit/WordPosition.h
 )

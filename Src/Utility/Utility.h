@@ -17,14 +17,18 @@
 #include "ChineseText/Sentences.h"
 #include "ChineseText/TextTidying.h"
 // String toolkit
+#include "StringToolkit/BinarySearch.h"
 #include "StringToolkit/CharVector.h"
 #include "StringToolkit/Joining.h"
+#include "StringToolkit/Locate.h"
+#include "StringToolkit/PrefixSearch.h"
 #include "StringToolkit/Replacing.h"
 #include "StringToolkit/Splitting.h"
 #include "StringToolkit/StrLine.h"
 #include "StringToolkit/StrToken.h"
 #include "StringToolkit/TokenReader.h"
 #include "StringToolkit/Trimming.h"
+#include "StringToolkit/WordPosition.h"
 // Files
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"

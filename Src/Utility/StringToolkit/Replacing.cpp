@@ -1,8 +1,11 @@
 #include "Utility/StringToolkit/Replacing.h"
 
-#include <cstring>
 #include <string_view>
 #include <utility>
+
+#include "Internal/SubstringSearch.h"
+
+using utility::internal::FindFirst;
 
 std::size_t gfn_vReplaceSubstr(std::string& text, const char* old_text, const char* new_text) {
     if (text.empty() || old_text == nullptr || *old_text == '\0') return 0;
@@ -10,17 +13,13 @@ std::size_t gfn_vReplaceSubstr(std::string& text, const char* old_text, const ch
     const std::string_view inserted(new_text);
     std::string replaced;
     std::size_t count = 0;
-    const char* rest = text.data();
-    const char* const end = rest + text.size();
-    // memmem rather than find(), which starts to compare anew at every place that begins like `old_text`.
-    while (const void* const found =
-               memmem(rest, static_cast<std::size_t>(end - rest), searched.data(), searched.size())) {
-        replaced.append(rest, static_cast<const char*>(found)).append(inserted);
-        rest = static_cast<const char*>(found) + searched.size();
-        ++count;
+    std::size_t rest = 0;
+    for (std::size_t found; (found = FindFirst(text, searched, rest)) != std::string::npos; ++count) {
+        replaced.append(text, rest, found - rest).append(inserted);
+        rest = found + searched.size();
     }
     if (count == 0) return 0;
-    replaced.append(rest, end);
+    replaced.append(text, rest);
     text = std::move(replaced);
     return count;
 }
