@@ -33,6 +33,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Runtime/LogWriter.h
   Utility/StringToolkit/BinarySearch.h
   Utility/StringToolkit/CharVector.h
+  Utility/StringToolkit/Hashes.h
   Utility/StringToolkit/Joining.h
   Utility/StringToolkit/Locate.h
   Utility/StringToolkit/PrefixSearch.h

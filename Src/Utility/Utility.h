@@ -19,6 +19,7 @@
 // String toolkit
 #include "StringToolkit/BinarySearch.h"
 #include "StringToolkit/CharVector.h"
+#include "StringToolkit/Hashes.h"
 #include "StringToolkit/Joining.h"
 #include "StringToolkit/Locate.h"
 #include "StringToolkit/PrefixSearch.h"

@@ -348,4 +348,29 @@ TEST(StringToolkitTest, IsInRangeLooksAtTheNearestMarkers) {
     EXPECT_TRUE(IsInRange("ab", "", "", 2) && !IsInRange("ab", "", "", 3));
 }
 
+TEST(StringToolkitTest, HashesHaveTheirKnownValues) {
+    const std::pair<const char*, Numbers> rows[] = {
+        {"", {0, 0, 0, 0, 0}},
+        {"a", {97, 29786, 97, 291, 97}},
+        {"abc", {26499, 33734718, 6513249, 1770, 96354}},
+        {"Hello", {5161775, 67646319, 1819043111, 4755, 69609650}},
+        {"\xD6\xD0\xB9\xFA", {267564154, 51807067, -88485674, 1125, 6581147}},
+        {"abcdefghijklmnopqrstuvwxyz0123456789",
+         {108887817, 603811166, 557349497, 169551, static_cast<long>(11574022147833870194u)}}};
+    for (const auto& [text, hashes] : rows) {
+        EXPECT_EQ(hashes, (Numbers{UrlHash(text), static_cast<long>(Tianlhash(text)), HfIp(text), _hf(text),
+                                   static_cast<long>(Strhash(text))}));
+        EXPECT_EQ(ELFhash(text), UrlHash(text));
+    }
+    // The last 96 bytes and the length enter, the length up to 256.
+    const auto tianl_hash = [](std::size_t bytes, char filler, const char* first) {
+        return Tianlhash((std::string(bytes, filler) + first + std::string(95, 'x')).c_str());
+    };
+    EXPECT_EQ(tianl_hash(160, 'y', "A"), tianl_hash(300, 'z', "a"));
+    EXPECT_NE(tianl_hash(160, 'y', "A"), tianl_hash(160, 'y', "b"));
+    EXPECT_EQ(tianl_hash(159, 'y', "a") + (1 << 24), tianl_hash(160, 'y', "a"));
+    const std::string large(5636441, '\x7F');  // 3 × 127 × k is above 2^31 for the last byte alone
+    EXPECT_EQ(_hf(large.c_str()), 381l * 5636441 * 5636442 / 2 - (1l << 32));
+}
+
 }  // namespace
