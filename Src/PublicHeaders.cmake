@@ -36,8 +36,10 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/StringToolkit/Hashes.h
   Utility/StringToolkit/Joining.h
   Utility/StringToolkit/Locate.h
+  Utility/StringToolkit/NumericOrder.h
   Utility/StringToolkit/PrefixSearch.h
   Utility/StringToolkit/Replacing.h
+  Utility/StringToolkit/Similarity.h
   Utility/StringToolkit/Splitting.h
   Utility/StringToolkit/StrLine.h
   Utility/StringToolkit/StrToken.h

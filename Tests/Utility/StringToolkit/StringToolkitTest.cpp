@@ -373,4 +373,27 @@ TEST(StringToolkitTest, HashesHaveTheirKnownValues) {
     EXPECT_EQ(_hf(large.c_str()), 381l * 5636441 * 5636442 / 2 - (1l << 32));
 }
 
+TEST(StringToolkitTest, ComputeSimRewardsCharactersInOrder) {
+    EXPECT_TRUE(ComputeSim(nullptr, nullptr) == 1.0 && ComputeSim("", "") == 1.0);
+    EXPECT_TRUE(ComputeSim(nullptr, "") == 0.5 && ComputeSim("", nullptr) == 0.5 &&
+                ComputeSim("", "x") == 0.5);
+    EXPECT_TRUE(ComputeSim("x", "") == 0.0 && ComputeSim("x", nullptr) == 0.0);
+    EXPECT_TRUE(ComputeSim("Hello", "hELLO") == 1.0 && ComputeSim("ELL", "hello") == 0.0);
+    EXPECT_DOUBLE_EQ(ComputeSim("ell", "hello"), 0.6);
+    EXPECT_DOUBLE_EQ(ComputeSim("abd", "abc"), 1.9 / 3 * 1.9 / 3);
+    EXPECT_DOUBLE_EQ(ComputeSim("ba", "ab"), 0.64);
+    EXPECT_DOUBLE_EQ(ComputeSim("aa", "a"), 1.62);
+    EXPECT_DOUBLE_EQ(ComputeSim("\xB9\xFA\xD6\xD0", "\xD6\xD0\xB9\xFA"), 3.2 / 4 * 3.2 / 4);
+    EXPECT_DOUBLE_EQ(ComputeSim("\xD0\xB9\xD6\xD0\xA1", "\xD6\xD0\xB9"), 3.0 / 3 * 3.0 / 5);
+}
+
+TEST(StringToolkitTest, SortByNumberKeepsTheOrderOfEqualNumbers) {
+    Strings list = {"doc12", "dox", "doc 7b", "do", "doc-1", "doc+7", "", "doc4294967298"};
+    Strings sorted = {"doc-1", "dox", "do", "", "doc4294967298", "doc 7b", "doc+7", "doc12"};
+    for (char c = 'a'; c <= 'z'; ++c) list.push_back(std::string("doc13") + c), sorted.push_back(list.back());
+    SortByNumber(list, "xyz");
+    EXPECT_EQ(list, sorted);
+    EXPECT_TRUE((_index_digit{2, 1} < _index_digit{1, 2}) && !(_index_digit{1, 2} < _index_digit{2, 2}));
+}
+
 }  // namespace
