@@ -115,6 +115,7 @@ TEST(HtmlToTextTest, WorkedByHand) {
         EXPECT_EQ(Text(html, html.size(), 0), text) << html;
     }
     EXPECT_EQ(Text("plain text", 10, 3), "pla");
+    EXPECT_EQ(Text(Bytes("<script></S>abcdefg\0</s"), 20, 0), "abcdefg");
 }
 
 // Random texts from what the rules look for, counted to any of their bytes, with any capacity.

@@ -48,6 +48,8 @@ TEST(CharacterClassTest, ClassifiersAgreeWithRegularExpressions) {
         ASSERT_EQ(GetCCPrefix(Unsigned(text)), static_cast<std::size_t>(run.length() + run.length() % 2))
             << Hex(text);
     }
+    std::string lone = test_support::Bytes("\xB0\0\xB0\xA1");  // nothing behind the NUL is looked at
+    EXPECT_EQ(GetCCPrefix(Unsigned(lone)), 2u);
 }
 
 TEST(CharacterClassTest, SingleByteTestCountsBytes) {
