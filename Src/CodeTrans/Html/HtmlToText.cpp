@@ -207,7 +207,6 @@ private:
     }
 
     std::size_t TakeTag(std::size_t pos) {
-        if (Following(pos) < 1) return kNone;
         if (Following(pos) >= 15 && IsScriptOpening(pos)) {
             const std::size_t behind_script = FindScriptEnd(pos + kScriptOpening);
             return behind_script != kNone ? TakeAs(' ', behind_script) : CopyScriptOpening(pos);

@@ -76,7 +76,7 @@ bool QuanJiao2BanJiao(char* text) {
 
 void TextStandard(const char* source, std::string& tidied) {
     std::string_view rest(source);
-    while (rest.size() > 1 && (rest.back() == '\r' || rest.back() == '\n')) rest.remove_suffix(1);
+    while (!rest.empty() && (rest.back() == '\r' || rest.back() == '\n')) rest.remove_suffix(1);
     tidied.clear();
     tidied.reserve(rest.size());
     for (; !rest.empty(); rest.remove_prefix(1)) {

@@ -28,9 +28,9 @@ UTILITY_API bool QuanJiao2BanJiao(char* text);
 /** Copies `source` to `tidied` without the white space that Chinese text does not need; replaces what
  * `tidied` held.
  *
- * Carriage returns and line feeds at the end go first, except that the first byte of the text stays in any
- * case. A white-space byte then stays, as it is, when the byte copied before it or the source byte behind it
- * is an ASCII letter. `source` must not point into `tidied`. Allocates at most once.
+ * Carriage returns and line feeds at the end go. Other white space stays, as it is, when the byte copied
+ * before it or the source byte behind it is an ASCII letter. `source` must not point into `tidied`.
+ * Allocates at most once.
  *
  *     "ab cd" stays; a blank between two Chinese characters goes */
 UTILITY_API void TextStandard(const char* source, std::string& tidied);

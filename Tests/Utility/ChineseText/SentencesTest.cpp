@@ -1,15 +1,16 @@
 #include "Utility/ChineseText/Sentences.h"
 
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <string>
 #include <tuple>
 
 #include "Support/TestSupport.h"
 #include "Utility/ChineseText/CharacterClass.h"
+#include "Utility/ChineseText/TextTidying.h"
 
 namespace {
 
@@ -17,89 +18,104 @@ using test_support::Hex;
 using Row =
     std::tuple<std::string, unsigned long, unsigned long, unsigned long>;  // text, position, budget, result
 
-constexpr unsigned long kAll = std::numeric_limits<unsigned long>::max();
+// The list of full-width marks as stored, and the ASCII bytes that half its byte offsets choose.
+constexpr char kFullWidth[] =
+    "、。—～‘’“”〔〕〈〉〖〗（）＊＋，－．／：；＜＝＞？［］＿｀｛｜｝˙–―﹐﹑﹒﹔﹕﹖﹗﹙﹚﹛﹜﹝﹞﹟﹠﹡﹢﹣"
+    "﹤﹥﹦﹨﹩﹪﹫";
+constexpr char kHalfWidth[] = ",.-~''\"\"()<>[]()*+,-./:;<=>?[]_'{|}.--,,.;:?!(){}()#&*+-<>=\\$%@";
 
 TEST(SentencesTest, EndsAndStarts) {
+    // clang-format off
     const Row end_rows[] = {
-        {"a.b", 0, kAll, 2},     {"a.b", 0, 2, 2},
-        {"a.b", 0, 1, 3},        {"a.b", 0, 0, 3},
-        {"a.b", 2, kAll, 3},     {"a.b", 3, kAll, 3},
-        {"a.b", 4, kAll, 3},     {"a.b", kAll, 9, 3},
-        {"", 1, kAll, 0},        {"a\xD6", 0, kAll, 2},
-        {"\xD6.b!", 0, kAll, 4}, {"\xB5\xE3\xA1\xA3xy\tz", 0, kAll, 7},  // the full stop of GBK is no end
-        {"\xB5\xE3;", 0, 3, 3},  {"\xB5\xE3x;y", 0, 3, 5},
-        {"。b.", 0, kAll, 2},    {"a。b!c", 0, kAll, 3},
-        {"中。x", 0, kAll, 7},   {"中文。x", 0, kAll, 8}};
+        {"a.b", 0, 99, 2}, {"a.b", 0, 2, 2}, {"a.b", 0, 1, 3}, {"a.b", 0, 0, 3}, {"a.b", 2, 99, 3}, {"a.b", 3, 99, 3},
+        {"a.b", 4, 99, 3}, {"a.b", ~0ul, 9, 3}, {"", 1, 99, 0}, {"a\xD6", 0, 99, 2}, {"\xD6.b!", 0, 99, 4},
+        {"\xB5\xE3\xA1\xA3xy\tz", 0, 99, 7}, {"\xB5\xE3;", 0, 3, 3}, {"\xB5\xE3x;y", 0, 3, 5}, {"。b.", 0, 99, 2},
+        {"a。b!c", 0, 99, 3}, {"中。x", 0, 99, 7}, {"中文。x", 0, 99, 8}};
+    const Row start_rows[] = {
+        {"x.yz", 4, 99, 2}, {"x.yz", 4, 2, 0}, {"x.yz", 4, 3, 2}, {"xyz", 3, 99, 0}, {".xy", 3, 99, 0}, {"x.", 1, 99, 0},
+        {"x.", 2, 99, 2}, {"", 0, 99, 0}, {"a;\xD6\xD0\xB9\xFA", 6, 99, 2}, {"a;\xD6\xD0\xB9\xFA", 6, 4, 0},
+        {"\xE3\x80x", 3, 99, 0}, {"x\xE3\x80y", 4, 99, 3}};
+    // clang-format on
     for (const auto& [text, start, budget, end] : end_rows) {
         const std::unique_ptr<char, decltype(&std::free)> exact(strdup(text.c_str()), std::free);
         EXPECT_EQ(FindSentenceEnd(exact.get(), start, budget), end) << Hex(text) << " from " << start;
     }
-    const Row start_rows[] = {{"x.yz", 4, kAll, 2},
-                              {"x.yz", 4, 2, 0},
-                              {"x.yz", 4, 3, 2},
-                              {"xyz", 3, kAll, 0},
-                              {".xy", 3, kAll, 0},
-                              {"x.", 1, kAll, 0},
-                              {"x.", 2, kAll, 2},
-                              {"", 0, kAll, 0},
-                              {"a;\xD6\xD0\xB9\xFA", 6, kAll, 2},
-                              {"a;\xD6\xD0\xB9\xFA", 6, 4, 0},
-                              {"\xE3\x80x", 3, kAll, 0},
-                              {"x\xE3\x80y", 4, kAll, 3}};
     for (const auto& [text, position, budget, start] : start_rows) {
         EXPECT_EQ(FindSentenceStart(text.c_str(), position, budget), start)
             << Hex(text) << " from " << position;
     }
 }
 
-// Every two-byte unit and every single byte, against the search in the list itself.
-TEST(SentencesTest, SentenceEndsAreWhatTheListsSay) {
-    for (unsigned code = 1; code < 65536; ++code) {
-        const std::string unit = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
-        if (unit[1] == '\0') continue;
-        const bool wide = CC_Find("。！？；", unit.c_str()) != nullptr;
-        if (code >= 0x8000) {
-            ASSERT_EQ(FindSentenceEnd((unit + "-").c_str(), 0, kAll), wide ? 2u : 3u) << Hex(unit);
-        } else if (code < 0x80) {
-            const bool narrow = std::strchr(".!;?\r\n\t", unit[1]) != nullptr;
-            ASSERT_EQ(FindSentenceEnd((unit.substr(1) + "-").c_str(), 0, kAll), narrow ? 1u : 2u)
+void ExpectFolded(std::string text, const std::string& folded) {
+    EXPECT_EQ(QuanJiao2BanJiao(text.data()), folded != text.c_str()) << Hex(folded);
+    EXPECT_EQ(Hex(text.c_str()), Hex(folded));
+}
+
+// Every two-byte unit and every single byte, against the search in the lists themselves.
+TEST(SentencesTest, EveryUnitIsWhatTheListsSay) {
+    for (unsigned code = 1; code < 65536 && !HasFailure(); ++code) {
+        if ((code > 0xFF && code < 0x8000) || (code & 0xFF) == 0) continue;
+        std::string unit(1, static_cast<char>(code & 0xFF));
+        if (code > 0xFF) unit.insert(0, 1, static_cast<char>(code >> 8));
+        const bool ends = code > 0xFF ? CC_Find("。！？；", unit.c_str()) != nullptr
+                                      : std::strchr(".!;?\r\n\t", unit[0]) != nullptr;
+        EXPECT_EQ(FindSentenceEnd((unit + "-").c_str(), 0, unit.size()) == unit.size(), ends) << Hex(unit);
+        if (code <= 0xFF || code & 0x80) {
+            EXPECT_EQ(FindSentenceStart(("-" + unit).c_str(), 1 + unit.size(), 1), ends ? 1 + unit.size() : 0)
                 << Hex(unit);
         }
-        if (code > 0xFF && (code & 0x80) != 0) {
-            ASSERT_EQ(FindSentenceStart(("-" + unit).c_str(), 3, 2), wide ? 3u : 0u) << Hex(unit);
+        std::string folded = unit;
+        if (const char* const found = CC_Find(kFullWidth, unit.c_str());
+            found != nullptr && found - kFullWidth < 126) {
+            folded = kHalfWidth[(found - kFullWidth) / 2];
         }
+        if (code >= 0xA380 && code < 0xA400 && std::isalnum(code & 0x7F))
+            folded = static_cast<char>(code & 0x7F);
+        ExpectFolded(unit, folded);
     }
+    ExpectFolded("x\xD6\xD0\xA3\xE1-\xA3\xB9\xA1\xEF\xA1\xA3\xBC\xBD,\xE3",
+                 "x\xD6\xD0\x61-9\xA1\xEF\xA1\xA3!,,");
 }
 
 TEST(SentencesTest, TitlesAndSentencesAreJudgedByTheirEnd) {
-    const std::tuple<const char*, bool, bool> rows[] = {{"", false, false},
-                                                        {"a", true, false},
-                                                        {"a;", false, true},
-                                                        {"a.", true, true},
-                                                        {"a:", true, true},
-                                                        {"a)", true, true},
-                                                        {"a!", true, false},
-                                                        {"中。", false, true},
-                                                        {"。", true, false},
-                                                        {"x。", false, true},
-                                                        {"中！", false, true},
-                                                        {"中：", true, true},
-                                                        {"中；", true, true},
-                                                        {"中）", true, true},
-                                                        {"中？", true, false},
-                                                        {"中文", true, false},
-                                                        {"\xD6\xD0\xA1\xA3", true, false}};
-    for (const auto& [line, title, sentence] : rows) {
-        EXPECT_EQ(IsValidTitle(line), title) << Hex(line);
-        EXPECT_EQ(IsValidSentence(line), sentence) << Hex(line);
+    for (const char* const line :
+         {"a", "a.", "a:", "a)", "a!", "。", "中：", "中；", "中）", "中？", "\xD6\xD0\xA1\xA3"}) {
+        EXPECT_TRUE(IsValidTitle(line)) << line;
     }
+    for (const char* const line : {"", "a;", ";", "中。", "x。", "中！"})
+        EXPECT_FALSE(IsValidTitle(line)) << line;
+    for (const char* const line : {";", "a.", "a:", "a)", "x。", "中：", "中！", "中；", "中）"}) {
+        EXPECT_TRUE(IsValidSentence(line)) << line;
+    }
+    for (const char* const line : {"", "a", "a!", "。", "中？", "\xD6\xD0\xA1\xA3"})
+        EXPECT_FALSE(IsValidSentence(line)) << line;
 }
 
 TEST(SentencesTest, FirstOfTheLargestScores) {
     EXPECT_EQ(GetMaxIndex({}), -1);
     EXPECT_EQ(GetMaxIndex({-4, -3, -3}), 1);
-    EXPECT_EQ(GetMaxIndex({NAN, 5}), 0);
     EXPECT_EQ(GetMaxIndex({1, NAN, 5}), 2);
+}
+
+TEST(TextTidyingTest, WhiteSpace) {
+    // clang-format off
+    const std::tuple<std::string, std::string, std::string, std::size_t> rows[] = {
+        {"", "", "", 0}, {"\n", "", "", 0}, {"\r\n\r\n", "", "", 0}, {"ab cd\n", "ab cd", "ab cd", 4},
+        {"中 文", "中文", "中 文", 6}, {"中 a\t文\r\n", "中 a\t文", "中 a 文", 7}, {"  a\t\tb ", " a\t\tb ", "a b", 2},
+        {"1 \t 2 \n", "12", "1 2", 2}, {"\v \f", "\v\f", "\v \f", 2}};
+    // clang-format on
+    for (const auto& [text, standard, normal, bytes] : rows) {
+        SCOPED_TRACE(Hex(text));
+        std::string tidied = "old", squeezed = text;
+        TextStandard(text.c_str(), tidied);
+        EXPECT_EQ(tidied, standard);
+        EXPECT_STREQ(StrNormalize(squeezed.data()), normal.c_str());
+        EXPECT_EQ(strlen_nospace(text.c_str()), bytes);
+    }
+    EXPECT_EQ(StrNormalize(nullptr), nullptr);
+    std::string indented = "a";
+    EXPECT_EQ(TextIndent(indented, 2, '-') + TextIndent(indented, 0, '-'), 2);
+    EXPECT_EQ(indented, "a\r\n--\r\n");
 }
 
 }  // namespace
