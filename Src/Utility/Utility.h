@@ -32,6 +32,8 @@
 // Dates
 #include "DateTime/DateFormatting.h"
 #include "DateTime/DateParsing.h"
+// Extraction
+#include "Extraction/ItemLookup.h"
 // clang-format on
 
 #endif
