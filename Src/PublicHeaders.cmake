@@ -22,6 +22,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/ChineseText/TextTidying.h
   Utility/DateTime/DateFormatting.h
   Utility/DateTime/DateParsing.h
+  Utility/Extraction/EmailExtraction.h
   Utility/Extraction/ItemLookup.h
   Utility/Files/FileQueries.h
   Utility/Files/FileReader.h

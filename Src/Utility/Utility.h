@@ -33,6 +33,7 @@
 #include "DateTime/DateFormatting.h"
 #include "DateTime/DateParsing.h"
 // Extraction
+#include "Extraction/EmailExtraction.h"
 #include "Extraction/ItemLookup.h"
 // clang-format on
 
