@@ -27,6 +27,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Files/FileQueries.h
   Utility/Files/FileReader.h
   Utility/Files/WordReader.h
+  Utility/Paths/PathNames.h
   Utility/Runtime/BufferManager.h
   Utility/Runtime/LogWriter.h
   Utility/StringToolkit/CharVector.h

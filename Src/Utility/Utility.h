@@ -29,6 +29,8 @@
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"
 #include "Files/WordReader.h"
+// Paths
+#include "Paths/PathNames.h"
 // Dates
 #include "DateTime/DateFormatting.h"
 #include "DateTime/DateParsing.h"
