@@ -14,6 +14,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Global.h
   Utility/Utility.h
   Utility/UtilityExport.h
+  Utility/global_linux.h
   Utility/ChineseText/CharacterClass.h
   Utility/ChineseText/CharacterStepping.h
   Utility/ChineseText/EnglishText.h
@@ -29,6 +30,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Files/WordReader.h
   Utility/Paths/PathNames.h
   Utility/Runtime/BufferManager.h
+  Utility/Runtime/ByteHelpers.h
   Utility/Runtime/LogWriter.h
   Utility/StringToolkit/CharVector.h
   Utility/StringToolkit/Joining.h

@@ -8,6 +8,7 @@
 // Runtime
 #include "Global.h"
 #include "Runtime/BufferManager.h"
+#include "Runtime/ByteHelpers.h"
 #include "Runtime/LogWriter.h"
 // Chinese text
 #include "ChineseText/CharacterClass.h"
