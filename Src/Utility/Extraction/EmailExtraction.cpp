@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "Internal/AsciiCase.h"
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/CharacterListIndex.h"
@@ -15,7 +16,7 @@ namespace {
 using utility::internal::ByteSet;
 using utility::internal::CharacterListIndex;
 using utility::internal::IsAscii;
-using utility::internal::IsAsciiUpper;
+using utility::internal::ToAsciiLower;
 using utility::internal::ToByte;
 using utility::internal::ToChar;
 using utility::internal::Utf8;
@@ -81,9 +82,7 @@ const char* PrefixBegin(const char* begin, const char* end) {
 
 std::string LowerCase(const char* begin, const char* end) {
     std::string text(begin, end);
-    for (char& c : text) {
-        if (IsAsciiUpper(ToByte(c))) c = ToChar(ToByte(c) + ('a' - 'A'));
-    }
+    for (char& c : text) c = ToChar(ToAsciiLower(ToByte(c)));
     return text;
 }
 
