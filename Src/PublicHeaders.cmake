@@ -18,6 +18,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Global.h
   Utility/Utility.h
   Utility/UtilityExport.h
+  Utility/global_linux.h
   Utility/ChineseText/CharacterClass.h
   Utility/ChineseText/CharacterStepping.h
   Utility/ChineseText/EnglishText.h
@@ -26,10 +27,14 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/ChineseText/TextTidying.h
   Utility/DateTime/DateFormatting.h
   Utility/DateTime/DateParsing.h
+  Utility/Extraction/EmailExtraction.h
+  Utility/Extraction/ItemLookup.h
   Utility/Files/FileQueries.h
   Utility/Files/FileReader.h
   Utility/Files/WordReader.h
+  Utility/Paths/PathNames.h
   Utility/Runtime/BufferManager.h
+  Utility/Runtime/ByteHelpers.h
   Utility/Runtime/LogWriter.h
   Utility/StringToolkit/BinarySearch.h
   Utility/StringToolkit/CharVector.h

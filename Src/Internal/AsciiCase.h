@@ -9,6 +9,10 @@ constexpr unsigned char ToAsciiLower(unsigned char byte) {
     return IsAsciiUpper(byte) ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
 }
 
+constexpr unsigned char ToAsciiUpper(unsigned char byte) {
+    return IsAsciiLower(byte) ? static_cast<unsigned char>(byte - ('a' - 'A')) : byte;
+}
+
 // The order of strcasecmp in the C locale, whatever the locale is: negative, 0 or positive.
 constexpr int CompareIgnoringAsciiCase(const char* a, const char* b) {
     for (;; ++a, ++b) {

@@ -8,6 +8,7 @@
 // Runtime
 #include "Global.h"
 #include "Runtime/BufferManager.h"
+#include "Runtime/ByteHelpers.h"
 #include "Runtime/LogWriter.h"
 // Chinese text
 #include "ChineseText/CharacterClass.h"
@@ -36,9 +37,14 @@
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"
 #include "Files/WordReader.h"
+// Paths
+#include "Paths/PathNames.h"
 // Dates
 #include "DateTime/DateFormatting.h"
 #include "DateTime/DateParsing.h"
+// Extraction
+#include "Extraction/EmailExtraction.h"
+#include "Extraction/ItemLookup.h"
 // clang-format on
 
 #endif
