@@ -19,9 +19,13 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Utility.h
   Utility/UtilityExport.h
   Utility/ChineseText/CharacterClass.h
+  Utility/ChineseText/CharacterLists.h
   Utility/ChineseText/CharacterStepping.h
+  Utility/ChineseText/DictionaryForms.h
   Utility/ChineseText/EnglishText.h
+  Utility/ChineseText/ForeignNames.h
   Utility/ChineseText/Gb2312Grid.h
+  Utility/ChineseText/PlaceSuffixes.h
   Utility/ChineseText/Sentences.h
   Utility/ChineseText/TextTidying.h
   Utility/DateTime/DateFormatting.h

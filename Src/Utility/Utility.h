@@ -11,9 +11,13 @@
 #include "Runtime/LogWriter.h"
 // Chinese text
 #include "ChineseText/CharacterClass.h"
+#include "ChineseText/CharacterLists.h"
 #include "ChineseText/CharacterStepping.h"
+#include "ChineseText/DictionaryForms.h"
 #include "ChineseText/EnglishText.h"
+#include "ChineseText/ForeignNames.h"
 #include "ChineseText/Gb2312Grid.h"
+#include "ChineseText/PlaceSuffixes.h"
 #include "ChineseText/Sentences.h"
 #include "ChineseText/TextTidying.h"
 // String toolkit
