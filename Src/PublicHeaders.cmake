@@ -20,11 +20,18 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/UtilityExport.h
   Utility/global_linux.h
   Utility/ChineseText/CharacterClass.h
+  Utility/ChineseText/CharacterLists.h
   Utility/ChineseText/CharacterStepping.h
+  Utility/ChineseText/DateExpressions.h
+  Utility/ChineseText/DictionaryForms.h
   Utility/ChineseText/EnglishText.h
+  Utility/ChineseText/ForeignNames.h
   Utility/ChineseText/Gb2312Grid.h
+  Utility/ChineseText/NumberExpressions.h
+  Utility/ChineseText/PlaceSuffixes.h
   Utility/ChineseText/Sentences.h
   Utility/ChineseText/TextTidying.h
+  Utility/ChineseText/WordStandard.h
   Utility/DateTime/DateFormatting.h
   Utility/DateTime/DateParsing.h
   Utility/Extraction/EmailExtraction.h

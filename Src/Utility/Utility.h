@@ -12,11 +12,18 @@
 #include "Runtime/LogWriter.h"
 // Chinese text
 #include "ChineseText/CharacterClass.h"
+#include "ChineseText/CharacterLists.h"
 #include "ChineseText/CharacterStepping.h"
+#include "ChineseText/DateExpressions.h"
+#include "ChineseText/DictionaryForms.h"
 #include "ChineseText/EnglishText.h"
+#include "ChineseText/ForeignNames.h"
 #include "ChineseText/Gb2312Grid.h"
+#include "ChineseText/NumberExpressions.h"
+#include "ChineseText/PlaceSuffixes.h"
 #include "ChineseText/Sentences.h"
 #include "ChineseText/TextTidying.h"
+#include "ChineseText/WordStandard.h"
 // String toolkit
 #include "StringToolkit/BinarySearch.h"
 #include "StringToolkit/CharVector.h"

@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace test_support {
 
@@ -33,6 +34,15 @@ inline std::string Hex(std::string_view bytes) {
 template <std::size_t N>
 std::string Bytes(const char (&literal)[N]) {
     return std::string(literal, N - 1);
+}
+
+// Every text of at most `max_bytes` bytes over the alphabet, the empty one first.
+inline std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t max_bytes) {
+    std::vector<std::string> texts = {""};
+    for (std::size_t i = 0; texts[i].size() < max_bytes; ++i) {
+        for (const char c : alphabet) texts.push_back(texts[i] + c);
+    }
+    return texts;
 }
 
 // Puts a process-wide setting back when the test ends.

@@ -3,7 +3,6 @@
 #include <regex>
 
 #include "Support/TestSupport.h"
-#include "Utility/StringToolkit/AllTexts.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include "Support/TestSupport.h"
 
-#include "Utility/StringToolkit/AllTexts.h"
+#include <regex>
 
 namespace {
 

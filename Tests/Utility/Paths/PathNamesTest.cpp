@@ -4,7 +4,6 @@
 #include <regex>
 
 #include "Support/TestSupport.h"
-#include "Utility/StringToolkit/AllTexts.h"
 
 namespace {
 

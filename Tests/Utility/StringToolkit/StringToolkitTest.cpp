@@ -15,18 +15,9 @@
 
 namespace {
 
-using test_support::Bytes, test_support::Hex;
+using test_support::AllTexts, test_support::Bytes, test_support::Hex;
 using Strings = std::vector<std::string>;
 using Numbers = std::vector<long>;
-
-// Every text of at most `max_bytes` bytes over the alphabet, the empty one first.
-Strings AllTexts(std::string_view alphabet, std::size_t max_bytes) {
-    Strings texts = {""};
-    for (std::size_t i = 0; texts[i].size() < max_bytes; ++i) {
-        for (const char c : alphabet) texts.push_back(texts[i] + c);
-    }
-    return texts;
-}
 
 // The matches of `pattern`, or what stands between them; none of them empty.
 Strings Cut(const std::string& text, const std::regex& pattern, bool between = false) {
