@@ -22,7 +22,7 @@ namespace {
 
 using pagetext::Encoding;
 
-enum class Form { kText, kEncoding, kSentences, kTokens, kJson };
+enum class Form { kText, kEncoding, kSentences, kTokens, kEmails, kJson };
 
 struct Options {
     std::vector<std::string> files;
@@ -113,6 +113,9 @@ private:
             case Form::kTokens:
                 for (const std::string& token : pagetext::Tokens(page.text)) WriteLine(token);
                 break;
+            case Form::kEmails:
+                for (const std::string& address : pagetext::EmailAddresses(page.text)) WriteLine(address);
+                break;
             case Form::kJson:
                 WriteJson(name, encoding, page);
                 break;
@@ -143,6 +146,7 @@ private:
         object["encoding"] = pagetext::NameOf(encoding);
         object["text"] = page.text;
         object["sentences"] = pagetext::Sentences(page.text);
+        object["emails"] = pagetext::EmailAddresses(page.text);
         object["replaced"] = page.replaced;
         std::cout << object.dump() << '\n';
     }
@@ -189,7 +193,8 @@ void Declare(CLI::App& app, Options& options, std::string& from, std::string& to
     form("--detect", Form::kEncoding, "Print the encoding alone");
     form("--sentences", Form::kSentences, "One sentence a line");
     form("--tokens", Form::kTokens, "One token a line, cut at blanks and punctuation");
-    form("--json", Form::kJson, "One JSON object a page: name, encoding, text, sentences, replaced")
+    form("--emails", Form::kEmails, "One e-mail address a line");
+    form("--json", Form::kJson, "One JSON object a page: name, encoding, text, sentences, emails, replaced")
         ->excludes(to_option);
     forms->require_option(0, 1);
     app.add_option("--data", options.data_file, "Path of codemaps.dat");

@@ -79,4 +79,18 @@ std::vector<std::string> Tokens(std::string_view utf8_text) {
     return tokens;
 }
 
+std::vector<std::string> EmailAddresses(std::string_view utf8_text) {
+    std::string text(utf8_text);
+    std::replace(text.begin(), text.end(), '\0', '\n');  // ExtractEmail ends at a NUL
+    std::vector<_email> found;
+    ExtractEmail(text.c_str(), found);
+    std::vector<std::string> addresses;
+    for (const _email& email : found) {
+        // The full stop of a sentence counts as the domain's; and every at sign makes a record, whatever surrounds it.
+        const std::string domain = email.domain.substr(0, email.domain.find_last_not_of(".-_") + 1);
+        if (!email.user.empty() && !domain.empty()) addresses.push_back(email.user + '@' + domain);
+    }
+    return addresses;
+}
+
 }  // namespace pagetext

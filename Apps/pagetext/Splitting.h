@@ -1,7 +1,7 @@
 #ifndef PAGETEXT_SPLITTING_H
 #define PAGETEXT_SPLITTING_H
 
-// Sentences and tokens of UTF-8 text.
+// Sentences, tokens and e-mail addresses of UTF-8 text.
 
 #include <string>
 #include <string_view>
@@ -15,6 +15,9 @@ std::vector<std::string_view> Sentences(std::string_view utf8_text);
 
 // The pieces between blanks and punctuation, ASCII and Chinese. A full stop or comma inside a number stays.
 std::vector<std::string> Tokens(std::string_view utf8_text);
+
+// The e-mail addresses in text order, "user@domain" in lower-case letters; repeated ones stay.
+std::vector<std::string> EmailAddresses(std::string_view utf8_text);
 
 }  // namespace pagetext
 

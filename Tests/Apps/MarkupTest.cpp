@@ -71,4 +71,12 @@ TEST(SplittingTest, TokensKeepNumbersWhole) {
     EXPECT_EQ(pagetext::Tokens("价格：1,284.50 元（3.14, ok）。中文"), expected);
 }
 
+TEST(SplittingTest, AddressesStandInTextOrder) {
+    const std::vector<std::string> expected = {"li.lei@example.org", "b-2@mail.example.com",
+                                               "b-2@mail.example.com"};
+    EXPECT_EQ(pagetext::EmailAddresses(test_support::Bytes(
+                  "联系：Li.Lei@Example.ORG。\0 @ 或者<b-2@mail.example.com>, B-2@mail.example.com.")),
+              expected);
+}
+
 }  // namespace

@@ -86,7 +86,7 @@ TEST(ProgramTest, GoesOnAfterAPageThatCannotBeRead) {
     EXPECT_NE(unsupported.output.find("utf-16be is not supported"), std::string::npos);
     EXPECT_EQ(PageText("--json " + (folder / "empty")).output,
               "{\"name\":\"" + (folder / "empty") +
-                  "\",\"encoding\":\"ascii\",\"text\":\"\",\"sentences\":[],\"replaced\":0}\n");
+                  "\",\"encoding\":\"ascii\",\"text\":\"\",\"sentences\":[],\"emails\":[],\"replaced\":0}\n");
 }
 
 TEST(ProgramTest, ReadsStandardInputAndWritesGbk) {
