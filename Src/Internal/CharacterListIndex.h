@@ -1,9 +1,9 @@
 #ifndef UTILITY_INTERNAL_CHARACTERLISTINDEX_H
 #define UTILITY_INTERNAL_CHARACTERLISTINDEX_H
 
-// What CC_Find answers for every unit of one or two bytes over a fixed list, worked out by the compiler: a look-up
-// costs a row of a few trail bytes instead of a search through the list. The rule is CC_Find's: the first occurrence
-// of the bytes counts, wherever in the list it lies, and only at an even offset.
+// What CC_Find answers for every unit of one or two bytes over a fixed list, worked out by the compiler: a
+// look-up costs a row of a few trail bytes instead of a search through the list. The rule is CC_Find's: the
+// first occurrence of the bytes counts, wherever in the list it lies, and only at an even offset.
 
 #include <array>
 #include <cstddef>

@@ -1,8 +1,9 @@
 #ifndef UTILITY_INTERNAL_CHARACTERSTEP_H
 #define UTILITY_INTERNAL_CHARACTERSTEP_H
 
-// Length in bytes of the character at the start of a NUL-terminated text. Small enough to vanish in a caller's loop;
-// the public steppers are made of these. Every length is 0 at the NUL, and no step reads or leads past it.
+// Length in bytes of the character at the start of a NUL-terminated text. Small enough to vanish in a
+// caller's loop; the public steppers are made of these. Every length is 0 at the NUL, and no step reads or
+// leads past it.
 
 #include <cstddef>
 

@@ -29,7 +29,8 @@ constexpr bool IsUpperHexDigit(unsigned char byte) {
 // What two bytes in a row may start. Looking at both keeps a text of single starters as cheap as any other.
 enum Start : unsigned { kTag = 1, kReference = 2, kEscape = 4, kBareBlank = 8, kBlanks = 16 };
 
-// By byte: in the low half what it may start as the first of the two, in the high half what it admits as the second.
+// By byte: in the low half what it may start as the first of the two, in the high half what it admits as the
+// second.
 using StartTable = std::array<std::uint16_t, 256>;
 
 constexpr unsigned AdmittedBy(unsigned char second) {
@@ -58,16 +59,17 @@ constexpr StartTable AllStarts() {
 
 constexpr StartTable kAllStarts = AllStarts();
 
-// Looks for a literal from ever later places of one text and remembers what it found, be it nothing: all calls
-// together read each byte once, however often the same literal is wanted. `kAnchor` is the index of its rarest byte.
+// Looks for a literal from ever later places of one text and remembers what it found, be it nothing: all
+// calls together read each byte once, however often the same literal is wanted. `kAnchor` is the index of its
+// rarest byte.
 template <std::size_t kAnchor, char... kLiteral>
 class Finder {
 public:
     // Nothing is found or read from `end` on.
     Finder(const char* text, std::size_t end) : text_(text), end_(end) {}
 
-    // The place behind the first occurrence that starts at or after `from`, or kNone. `from` must not go back from
-    // call to call.
+    // The place behind the first occurrence that starts at or after `from`, or kNone. `from` must not go back
+    // from call to call.
     std::size_t Find(std::size_t from) {
         if (behind_ < from + kSize) behind_ = Search(from);
         return behind_;
@@ -131,8 +133,8 @@ private:
     char previous_ = '\0';
 };
 
-// One pass over a page. Each rule looks at what stands at `pos`, writes what it makes of it and returns the place behind
-// it, or kNone, having written nothing, where it does not apply.
+// One pass over a page. Each rule looks at what stands at `pos`, writes what it makes of it and returns the
+// place behind it, or kNone, having written nothing, where it does not apply.
 class PageScanner {
 public:
     PageScanner(const char* html, std::size_t length, TextWriter& writer)
@@ -173,8 +175,8 @@ private:
         return end;
     }
 
-    // The next place from `pos` on that starts something, or `limit`. The byte behind the last one is there to be read,
-    // as the first NUL comes no earlier.
+    // The next place from `pos` on that starts something, or `limit`. The byte behind the last one is there
+    // to be read, as the first NUL comes no earlier.
     std::size_t FindStart(std::size_t pos, std::size_t limit) const {
         unsigned starts = starts_[ToByte(html_[pos])];
         for (; pos < limit; ++pos) {
@@ -222,7 +224,8 @@ private:
         return TakeAs(' ', behind <= length_ && behind - 1 - pos <= kTagSpan ? behind : kNone);
     }
 
-    // As the bytes of <script> start nothing, an opening without an end goes out in one piece where there is room.
+    // As the bytes of <script> start nothing, an opening without an end goes out in one piece where there is
+    // room.
     std::size_t CopyScriptOpening(std::size_t pos) {
         if (writer_.Room() < kScriptOpening) return kNone;
         writer_.WriteRun(html_ + pos, kScriptOpening);
@@ -241,7 +244,8 @@ private:
         return word;
     }
 
-    // A script is closed by </s, or by </S if there is no </s up to the NUL, the end of the input notwithstanding.
+    // A script is closed by </s, or by </S if there is no </s up to the NUL, the end of the input
+    // notwithstanding.
     std::size_t FindScriptEnd(std::size_t content) {
         std::size_t closing = lower_closing_.Find(content);
         if (closing == kNone) {
@@ -283,8 +287,8 @@ private:
         return behind;
     }
 
-    // As atol reads it, without the locale: white space, a sign, digits. The semicolon is so near that there are eight
-    // digits at most.
+    // As atol reads it, without the locale: white space, a sign, digits. The semicolon is so near that there
+    // are eight digits at most.
     static long ReadNumber(const char* text) {
         static constexpr ByteSet kWhiteSpace(" \t\n\v\f\r");
         while (kWhiteSpace.Contains(*text)) ++text;
@@ -324,7 +328,7 @@ private:
 
 // Bytes are taken as signed, so that those from 80 on count as below 'A' on every machine.
 constexpr int HexDigitValue(char digit) {
-    const int value = static_cast<signed char>(digit);
+    const int value = ToByte(digit) < 0x80 ? digit : ToByte(digit) - 0x100;
     return value < 'A' ? value - '0' : (value & 0xDF) - 55;
 }
 

@@ -24,12 +24,13 @@ std::size_t Getchar(const char* text, char* unit) {
 
 std::size_t Getchar(const char* text, int* code) {
     const std::size_t step = DoubleByteStep(text);
+    const unsigned char lead = ToByte(text[0]);
     if (step == 0) {
         *code = -1;
     } else if (step == 1) {
-        *code = static_cast<signed char>(text[0]);
+        *code = IsAscii(lead) ? lead : lead - 0x100;
     } else {
-        *code = static_cast<int>(TwoByteCode(ToByte(text[0]), ToByte(text[1])));
+        *code = static_cast<int>(TwoByteCode(lead, ToByte(text[1])));
     }
     return step;
 }

@@ -11,8 +11,8 @@ using utility::internal::IsAscii;
 using utility::internal::IsAsciiLetter;
 using utility::internal::ToByte;
 
-// Two high bytes are let through: A1, the lead byte of GBK's dashes and quotation marks, which stand in English text
-// too, and B1.
+// Two high bytes are let through: A1, the lead byte of GBK's dashes and quotation marks, which stand in
+// English text too, and B1.
 constexpr bool IsForeign(unsigned char byte) {
     return !IsAscii(byte) && byte != 0xA1 && byte != 0xB1;
 }

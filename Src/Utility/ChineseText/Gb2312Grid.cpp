@@ -10,10 +10,10 @@ bool WriteGrid(const char* path, int first_lead) {
     if (file == nullptr) return false;
     for (int lead = first_lead; lead <= 0xFE; ++lead) {
         for (int trail = 0xA1; trail <= 0xFE; ++trail) {
-            std::fprintf(file, "%c%c,%d,%d\n", lead, trail, lead, trail);
+            (void)std::fprintf(file, "%c%c,%d,%d\n", lead, trail, lead, trail);
         }
     }
-    std::fclose(file);
+    (void)std::fclose(file);
     return true;
 }
 

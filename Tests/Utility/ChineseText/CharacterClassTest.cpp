@@ -27,7 +27,8 @@ TEST(CharacterClassTest, FindCountsOnlyTheFirstOccurrenceAtAnEvenOffset) {
     for (const char* const ch : {"b", "bc", "x", "", "abcbc"}) EXPECT_EQ(CC_Find(list, ch), nullptr) << ch;
 }
 
-// Strings of up to three bytes from both sides of every limit, against regular expressions over wide characters.
+// Strings of up to three bytes from both sides of every limit, against regular expressions over wide
+// characters.
 TEST(CharacterClassTest, ClassifiersAgreeWithRegularExpressions) {
     const std::tuple<bool (*)(unsigned char*), std::wregex> rows[] = {
         {IsAllChinese, std::wregex(L"([\xB0-\xF7].)*")},
