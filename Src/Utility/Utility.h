@@ -25,6 +25,9 @@
 #include "StringToolkit/StrToken.h"
 #include "StringToolkit/TokenReader.h"
 #include "StringToolkit/Trimming.h"
+// Integer sets
+#include "IntegerSets/MergeSelect.h"
+#include "IntegerSets/SetOperations.h"
 // Files
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"

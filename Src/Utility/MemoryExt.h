@@ -1,0 +1,9 @@
+#ifndef UTILITY_MEMORYEXT_H
+#define UTILITY_MEMORYEXT_H
+
+/** @file
+ * The pools for many small lists and strings: this header only gathers the topic headers. */
+
+#include "IntegerSets/IntArray.h"
+
+#endif
