@@ -4,6 +4,7 @@
 /** @file
  * The pools for many small lists and strings: this header only gathers the topic headers. */
 
+#include "CompactStorage/StaticStr.h"
 #include "IntegerSets/IntArray.h"
 
 #endif

@@ -28,6 +28,9 @@
 // Integer sets
 #include "IntegerSets/MergeSelect.h"
 #include "IntegerSets/SetOperations.h"
+// Compact storage
+#include "CompactStorage/FilterCells.h"
+#include "CompactStorage/Serialisation.h"
 // Files
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"
