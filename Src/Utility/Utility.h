@@ -40,6 +40,12 @@
 #include "StringToolkit/TokenReader.h"
 #include "StringToolkit/Trimming.h"
 #include "StringToolkit/WordPosition.h"
+// Integer sets
+#include "IntegerSets/MergeSelect.h"
+#include "IntegerSets/SetOperations.h"
+// Compact storage
+#include "CompactStorage/FilterCells.h"
+#include "CompactStorage/Serialisation.h"
 // Files
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"
