@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <iterator>
 
 #include "Decoding.h"
 #include "References.h"
@@ -49,30 +50,24 @@ private:
     std::size_t none_from_ = text_.size();  // no occurrence from here on
 };
 
-bool Contains(std::string_view blank_separated, std::string_view name) {
-    std::size_t pos = blank_separated.find(name);
-    while (pos != kNone) {
-        const std::size_t end = pos + name.size();
-        if ((pos == 0 || blank_separated[pos - 1] == ' ') &&
-            (end == blank_separated.size() || blank_separated[end] == ' ')) {
-            return true;
-        }
-        pos = blank_separated.find(name, pos + 1);
-    }
-    return false;
-}
-
-constexpr std::string_view kBlockElements =
-    "address article aside blockquote body br center dd details dialog dir div dl dt fieldset figcaption "
-    "figure footer form "
-    "frameset h1 h2 h3 h4 h5 h6 head header hgroup hr html legend li main menu nav ol optgroup option p pre "
-    "section select "
-    "summary table tbody tfoot thead title tr ul";
+// Both in byte order.
+constexpr std::string_view kBlockElements[] = {
+    "address", "article",  "aside",  "blockquote", "body",   "br",       "center",     "dd",      "details",
+    "dialog",  "dir",      "div",    "dl",         "dt",     "fieldset", "figcaption", "figure",  "footer",
+    "form",    "frameset", "h1",     "h2",         "h3",     "h4",       "h5",         "h6",      "head",
+    "header",  "hgroup",   "hr",     "html",       "legend", "li",       "main",       "menu",    "nav",
+    "ol",      "optgroup", "option", "p",          "pre",    "section",  "select",     "summary", "table",
+    "tbody",   "tfoot",    "thead",  "title",      "tr",     "ul"};
 // These stand inside a word or sentence: nothing takes their place, not even a blank.
-constexpr std::string_view kInlineElements =
-    "a abbr acronym b bdi bdo big cite code data del dfn em font i ins kbd mark nobr q s samp small span "
-    "strike strong sub "
-    "sup time tt u var wbr";
+constexpr std::string_view kInlineElements[] = {
+    "a",     "abbr", "acronym", "b",      "bdi", "bdo", "big",  "cite", "code", "data", "del",
+    "dfn",   "em",   "font",    "i",      "ins", "kbd", "mark", "nobr", "q",    "s",    "samp",
+    "small", "span", "strike",  "strong", "sub", "sup", "time", "tt",   "u",    "var",  "wbr"};
+
+template <std::size_t N>
+bool Contains(const std::string_view (&sorted)[N], std::string_view name) {
+    return std::binary_search(std::begin(sorted), std::end(sorted), name);
+}
 
 class Preparation {
 public:

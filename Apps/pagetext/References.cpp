@@ -17,7 +17,6 @@ struct NamedReference {
 constexpr NamedReference kNamedReferences[] = {
 #include "NamedReferences.inc"
 };
-constexpr std::size_t kLongestName = 32;
 
 // Windows-1252 in the range where Latin-1 has control characters; 0 keeps the control character.
 constexpr unsigned kWindows1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -57,22 +56,32 @@ std::size_t AppendNumeric(std::string_view text, std::string& out) {
     return pos;
 }
 
+// The longest name that the text starts with: "&notin;" before "&not". Each byte of the text narrows the range of names
+// that begin like it, so that the search ends as soon as none does.
+std::size_t AppendNamed(std::string_view text, std::string& out) {
+    const NamedReference* first = std::begin(kNamedReferences);
+    const NamedReference* last = std::end(kNamedReferences);
+    const NamedReference* longest = nullptr;
+    for (std::size_t length = 0; length + 1 < text.size() && first != last; ++length) {
+        const char next = text[length + 1];
+        // Names that end here stand in front of those that go on.
+        if (first->name.size() == length) ++first;
+        first = std::partition_point(first, last,
+                                     [=](const NamedReference& entry) { return entry.name[length] < next; });
+        last = std::partition_point(first, last,
+                                    [=](const NamedReference& entry) { return entry.name[length] == next; });
+        if (first != last && first->name.size() == length + 1) longest = first;
+    }
+    if (longest == nullptr) return 0;
+    out += longest->text;
+    return 1 + longest->name.size();
+}
+
 }  // namespace
 
 std::size_t AppendReference(std::string_view text, std::string& out) {
     if (text.size() > 1 && text[1] == '#') return AppendNumeric(text, out);
-    // The longest name that the text starts with: "&notin;" before "&not".
-    for (std::size_t length = std::min(kLongestName, text.size() - 1); length > 1; --length) {
-        const std::string_view name = text.substr(1, length);
-        const auto found = std::lower_bound(
-            std::begin(kNamedReferences), std::end(kNamedReferences), name,
-            [](const NamedReference& entry, std::string_view key) { return entry.name < key; });
-        if (found != std::end(kNamedReferences) && found->name == name) {
-            out += found->text;
-            return 1 + length;
-        }
-    }
-    return 0;
+    return AppendNamed(text, out);
 }
 
 }  // namespace pagetext
