@@ -42,6 +42,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/Paths/PathNames.h
   Utility/Runtime/BufferManager.h
   Utility/Runtime/ByteHelpers.h
+  Utility/Runtime/CommandRunner.h
   Utility/Runtime/LogWriter.h
   Utility/StringToolkit/BinarySearch.h
   Utility/StringToolkit/CharVector.h

@@ -9,6 +9,7 @@
 #include "Global.h"
 #include "Runtime/BufferManager.h"
 #include "Runtime/ByteHelpers.h"
+#include "Runtime/CommandRunner.h"
 #include "Runtime/LogWriter.h"
 // Chinese text
 #include "ChineseText/CharacterClass.h"

@@ -11,6 +11,7 @@
 
 #include "Internal/EarlyInit.h"
 #include "Internal/LocalTime.h"
+#include "Internal/LogLine.h"
 #include "Utility/Global.h"
 
 using utility::internal::LocalNow;
@@ -49,15 +50,12 @@ std::string SettledLogPath() {
     return g_sLogPath;
 }
 
-std::string LogFileName(const char* directory, bool is_error, const std::tm& time) {
-    std::string name;
-    if (directory == nullptr) {
-        name = SettledLogPath() + '/';
-    } else {
-        name = directory;
-        if (name.empty() || (name.back() != '/' && name.back() != '\\')) name += '/';
-    }
-    return name + FormatTime(time, "%Y%m%d") + (is_error ? ".err" : ".log");
+// The directory with the separator behind it.
+std::string LogDirectory(const char* directory) {
+    if (directory == nullptr) return SettledLogPath() + '/';
+    std::string name = directory;
+    if (name.empty() || (name.back() != '/' && name.back() != '\\')) name += '/';
+    return name;
 }
 
 // Appends in one write, which the system keeps in one piece among threads and processes; buffered output may be cut
@@ -86,15 +84,19 @@ void PrintToConsole(const std::string& line, const std::string& complaint) {
 
 }  // namespace
 
-void WriteLog(std::string message, char const* directory, bool is_error) {
-    if (!g_bLog) return;
-    const int saved_errno = errno;  // the caller may still want to know why it failed
-    const std::tm now = LocalNow();
-    const std::string stamp = Stamp(now);
-    const std::string file_name = LogFileName(directory, is_error, now);
+void utility::internal::WriteLogLine(const std::string& message, const std::string& directory, bool is_error,
+                                     const std::tm& time) {
+    const std::string stamp = Stamp(time);
+    const std::string file_name = directory + FormatTime(time, "%Y%m%d") + (is_error ? ".err" : ".log");
     if (!AppendToFile(file_name, FormatLine(stamp, '\t', message))) {
         PrintToConsole(FormatLine(stamp, ' ', message), "Cannot write log file " + file_name + "!\r\n");
     }
+}
+
+void WriteLog(std::string message, char const* directory, bool is_error) {
+    if (!g_bLog) return;
+    const int saved_errno = errno;  // the caller may still want to know why it failed
+    utility::internal::WriteLogLine(message, LogDirectory(directory), is_error, LocalNow());
     errno = saved_errno;
 }
 
