@@ -16,6 +16,7 @@ set(UTILITY_PUBLIC_HEADERS
   CodeTrans/Primitives/Utf8.h
   CodeTrans/Tables/CodeTable.h
   Utility/Global.h
+  Utility/MemoryExt.h
   Utility/Utility.h
   Utility/UtilityExport.h
   Utility/global_linux.h
@@ -32,13 +33,22 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/ChineseText/Sentences.h
   Utility/ChineseText/TextTidying.h
   Utility/ChineseText/WordStandard.h
+  Utility/CompactStorage/FilterCells.h
+  Utility/CompactStorage/Serialisation.h
+  Utility/CompactStorage/StaticStr.h
   Utility/DateTime/DateFormatting.h
   Utility/DateTime/DateParsing.h
   Utility/Extraction/EmailExtraction.h
   Utility/Extraction/ItemLookup.h
+  Utility/Files/DocumentStore.h
+  Utility/Files/FileCopying.h
   Utility/Files/FileQueries.h
   Utility/Files/FileReader.h
+  Utility/Files/FileWriting.h
   Utility/Files/WordReader.h
+  Utility/IntegerSets/IntArray.h
+  Utility/IntegerSets/MergeSelect.h
+  Utility/IntegerSets/SetOperations.h
   Utility/Paths/PathNames.h
   Utility/Runtime/BufferManager.h
   Utility/Runtime/ByteHelpers.h

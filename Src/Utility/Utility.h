@@ -48,8 +48,11 @@
 #include "CompactStorage/FilterCells.h"
 #include "CompactStorage/Serialisation.h"
 // Files
+#include "Files/DocumentStore.h"
+#include "Files/FileCopying.h"
 #include "Files/FileQueries.h"
 #include "Files/FileReader.h"
+#include "Files/FileWriting.h"
 #include "Files/WordReader.h"
 // Paths
 #include "Paths/PathNames.h"

@@ -4,23 +4,21 @@
 // Open streams with known content, and what a stream holds in the end.
 
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace test_support {
 
-struct StreamCloser {
-    void operator()(std::FILE* stream) const { std::fclose(stream); }
-};
-using Stream = std::unique_ptr<std::FILE, StreamCloser>;
+using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+inline Stream Open(const char* path, const char* mode) {
+    return Stream(std::fopen(path, mode), std::fclose);
+}
 
 // A nameless file open for reading and writing, at its beginning.
-inline Stream StreamOf(std::string_view bytes = {}) {
-    Stream stream(std::tmpfile());
-    if (stream == nullptr || std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size())
-        std::abort();
+inline Stream StreamOf(const std::string& bytes = {}) {
+    Stream stream(std::tmpfile(), std::fclose);
+    std::fwrite(bytes.data(), 1, bytes.size(), stream.get());
     std::rewind(stream.get());
     return stream;
 }

@@ -15,16 +15,13 @@
 
 #include "Internal/LastError.h"
 #include "Internal/MutexLock.h"
+#include "Internal/OwnedStream.h"
 #include "Utility/Runtime/LogWriter.h"
 
 using utility::internal::MutexLock;
+using Stream = utility::internal::OwnedStream;
 
 namespace {
-
-struct StreamCloser {
-    void operator()(std::FILE* stream) const { std::fclose(stream); }
-};
-using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 
 bool IsHeld(const CReadFile& reader, const char* file_name) {
     return strcasecmp(file_name, reader.m_sFileName.c_str()) == 0;
