@@ -17,8 +17,9 @@
 
 class CBufferManager;
 
-/** Description of the last failure, in GBK; empty until something fails. Every failure that carries a description
- * replaces it, no success clears it.
+/** Description of the last failure, in GBK; empty until something fails. Functions whose comment says that they set
+ * the last-error message replace it (the string form of `ReadFile`, for instance); most report by their result alone. No
+ * success clears it.
  *
  * Library functions that fail at the same time in several threads write it one after the other, and the last one
  * stays. Nothing guards a host that reads the variable itself while another thread is inside the library. */

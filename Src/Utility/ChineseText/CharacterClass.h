@@ -8,7 +8,7 @@
  * The strings are NUL-terminated and must not be null. A byte with its top bit set is the lead byte of a
  * two-byte character; most tests look at lead bytes only and take any trail byte. Nothing here allocates,
  * reads the locale or keeps state, so every function may run in any number of threads; each is one pass that
- * stops where its answer is certain. */
+ * stops where its answer is certain (IsAllSingleByte measures the string first when no length is given). */
 
 #include <cstddef>
 

@@ -1,5 +1,6 @@
 #include "Utility/ChineseText/Sentences.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
@@ -21,6 +22,10 @@ using utility::internal::ToByte;
 using utility::internal::Utf8;
 
 constexpr ByteSet kAsciiSentenceEnds(".!;?\r\n\t");
+
+// How far in front of a start position the end of the text is looked for. Looking all the way would make a loop over the
+// sentences of a long text quadratic; this much finds every start that is off by a little, and costs next to nothing.
+constexpr std::size_t kCheckedBytes = 256;
 
 // Stored as UTF-8 although it is searched for two-byte units.
 constexpr auto kWideSentenceEnds = Utf8("。！？；");
@@ -44,8 +49,9 @@ bool EndsWithWideMark(std::string_view line, std::initializer_list<std::string_v
 }  // namespace
 
 unsigned long FindSentenceEnd(const char* text, unsigned long start, unsigned long budget) {
-    const std::size_t before = strnlen(text, start);
-    if (before < start) return before;
+    const std::size_t checked = start - std::min<std::size_t>(start, kCheckedBytes);
+    const std::size_t end = checked + strnlen(text + checked, start - checked);
+    if (end < start) return end;
     std::size_t pos = start;
     for (std::size_t used = 0; used < budget;) {
         const std::size_t step = DoubleByteStep(text + pos);

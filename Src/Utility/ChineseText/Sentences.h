@@ -18,14 +18,13 @@
 /** The position just behind the first sentence end at or after byte `start`, which is taken for the start of
  * a character; the length of the text when none is met.
  *
- * Scanning stops, as if at the end of the text, once `budget` bytes or more have been stepped over. A
- * `start` beyond the end gives the length of the text.
+ * Scanning stops, as if at the end of the text, once `budget` bytes or more have been stepped over. A `start` beyond
+ * the end gives the length of the text, too, if it is no more than 256 bytes beyond; it must not be further off.
  *
  *     FindSentenceEnd("a.b", 0, 100) == 2          FindSentenceEnd("a.b", 0, 1) == 3
  *
- * A call looks for the NUL in the first `start` bytes and then steps; only when it finds no end does it
- * measure the rest of the text. A loop over a long text therefore does best to pass `text + position` and a
- * `start` of 0. */
+ * A call that finds an end reads what it steps over and up to 256 bytes in front of `start`; only one that finds none
+ * measures the rest of the text. */
 UTILITY_API unsigned long FindSentenceEnd(const char* text, unsigned long start, unsigned long budget);
 
 /** The position just behind the last sentence end in front of byte `position`, 0 when none is met.

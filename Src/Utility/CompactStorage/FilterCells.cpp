@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "Internal/ReadInt.h"
 #include "Utility/DateTime/DateFormatting.h"
 #include "Utility/DateTime/DateParsing.h"
 
@@ -67,7 +68,7 @@ double* str2filter_data(char const* text, double* cell, int type) {
             break;
         }
         default:
-            Store(static_cast<int>(std::strtol(text, nullptr, 10)), cell);
+            Store(utility::internal::ReadInt(text), cell);
     }
     return cell;
 }

@@ -5,7 +5,7 @@
  * Writing time values, and the current time, as text and numbers.
  *
  * Time values are seconds since the epoch and always shown in the local time zone of the process. A host that changes
- * the environment variable TZ must call tzset for it to count. All functions may be called from any thread. */
+ * the environment variable TZ calls tzset for it to count (parsing a date does so, too). All functions may be called from any thread. */
 
 #include <ctime>
 #include <string>
@@ -19,8 +19,8 @@
  *     2014年3月5日              // chinese true, at midnight to the second
  *
  * **The time 0 gives an empty text**, and one that cannot be broken down (its year does not fit an int) "NULL". Never
- * more than 27 bytes are written: years of five digits and more, and of four digits before the year 0, lose what goes
- * beyond at the end. */
+ * more than 27 bytes are written: the Chinese form with a time of day loses what goes beyond at its end where the year
+ * has five digits or more, or a sign. */
 UTILITY_API char* time2str(const std::time_t& time, char* buffer, bool chinese);
 
 /** `time` as "2014-03-05T08:09" (no seconds) if `short_form`, else as "2014-03-05 08:09:10"; empty if it cannot be broken

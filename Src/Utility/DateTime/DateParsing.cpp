@@ -1,34 +1,30 @@
 #include "Utility/DateTime/DateParsing.h"
 
-#include <algorithm>
-#include <climits>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "Internal/ReadInt.h"
 #include "Utility/DateTime/DateUnits.h"
 #include "Utility/Runtime/LogWriter.h"
 
 using utility::internal::kDateUnits;
+using utility::internal::ReadInt;
 
 namespace {
 
 // Year, month, day, hour, minute, second as written.
 using Fields = int[6];
 
-int ToInt(long value) {
-    return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
-}
-
-int ReadNumber(const char* text) {
-    return ToInt(std::strtol(text, nullptr, 10));
+// Without the overflow that the least ints would have.
+int Minus(int value, unsigned subtrahend) {
+    return static_cast<int>(static_cast<unsigned>(value) - subtrahend);
 }
 
 std::time_t ToTime(const Fields& fields) {
     std::tm local{};
-    local.tm_year = ToInt(fields[0] - 1900L);
-    local.tm_mon = ToInt(fields[1] - 1L);
+    local.tm_year = Minus(fields[0], 1900);
+    local.tm_mon = Minus(fields[1], 1);
     local.tm_mday = fields[2];
     local.tm_hour = fields[3];
     local.tm_min = fields[4];
@@ -47,7 +43,7 @@ void ReadClock(const char* text, Fields& fields) {
     const char* mark = std::strchr(text, ' ');
     if (mark == nullptr) mark = std::strchr(text, '_');
     for (std::size_t field = 3; field < 6 && mark != nullptr; ++field) {
-        fields[field] = ReadNumber(mark + 1);
+        fields[field] = ReadInt(mark + 1);
         mark = std::strchr(mark + 1, ':');
     }
 }
@@ -64,7 +60,7 @@ std::time_t str2time(const char* text) {
     }
     const char* const second = std::strchr(first + 1, separator);
     if (second == nullptr) return Fail(text);
-    Fields fields = {ReadNumber(text), ReadNumber(first + 1), ReadNumber(second + 1)};
+    Fields fields = {ReadInt(text), ReadInt(first + 1), ReadInt(second + 1)};
     ReadClock(second + 1, fields);
     return ToTime(fields);
 }
@@ -74,7 +70,7 @@ std::time_t cstr2time(const char* text) {
     for (std::size_t field = 0; field < 6; ++field) {
         const char* const unit = std::strstr(text, kDateUnits[field].c_str());
         if (unit == nullptr) continue;
-        fields[field] = ReadNumber(text);
+        fields[field] = ReadInt(text);
         text = unit + kDateUnits[field].size();
     }
     return ToTime(fields);

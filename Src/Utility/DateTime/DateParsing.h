@@ -4,11 +4,15 @@
 /** @file
  * Reading dates from text, in digits with separators or with Chinese unit characters in UTF-8.
  *
- * The results are seconds since the epoch for a date in the local time zone of the process; whether daylight saving time
- * is in force is left to the C library. Texts are NUL-terminated. Numbers are read as by `atoi` (leading blanks and
- * a sign are taken, reading stops at the first byte that is no digit, and nothing readable is 0), and such as an int
- * cannot hold are taken as the nearest one that it can. Values out of their range carry over, as with mktime: month
- * 13 is January of the next year, day 0 the last day of the month before. All functions may be called from any thread. */
+ * The results are seconds since the epoch for a date in the local time zone of the process, as mktime finds them: it
+ * looks at the environment variable TZ in every call and decides whether daylight saving time is in force. A time of day
+ * that occurs twice, when the clock is put back, may come out as either, depending on what the process converted before,
+ * in whatever thread.
+ *
+ * Texts are NUL-terminated. Numbers are read as by `atoi` (leading blanks and a sign are taken, reading stops at the
+ * first byte that is no digit, and nothing readable is 0); of one that an int cannot hold the low 32 bits count. Values
+ * out of their range carry over, as with mktime: month 13 is January of the next year, day 0 the last day of the month
+ * before. All functions may be called from any thread. */
 
 #include <ctime>
 
@@ -22,14 +26,14 @@
  * neither separator is read by `cstr2time`.
  *
  * Null and empty texts give 0. -1 is the result, and "strDateStr[TEXT] err \n" goes to the error log, for one separator
- * alone and for what `cstr2time` reads as the epoch or earlier. (A date with separators may give a time before the epoch,
- * which is no error; -1 may be one second before it.) */
+ * alone and for what `cstr2time` reads as the epoch or earlier. -1 without that line is a date with separators one
+ * second before the epoch, or one whose time cannot be represented; times before the epoch are no error there. */
 UTILITY_API std::time_t str2time(const char* text);
 
 /** Time of a date whose numbers stand directly before the characters 年 月 日 时 分 秒 (UTF-8) in this order.
  *
- * Each unit is looked for behind the last one found, and the number is read there, at the very front: any text in
- * between makes it 0. Units that are missing are 0, too, which carries over: "2014年" is 30 November 2013, and a
+ * Each unit is looked for behind the last one found, and its number is read from that place, the start of the text for
+ * the first: what stands between number and unit is passed over, and other text in front of the number makes it 0. Units that are missing are 0, too, which carries over: "2014年" is 30 November 2013, and a
  * text without a year lies in the first century BC. Numbers in Chinese numerals are not read. Never writes to the log;
  * the result is that of mktime, -1 if the time cannot be represented. `text` must not be null. */
 UTILITY_API std::time_t cstr2time(const char* text);

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <initializer_list>
 #include <string_view>
+
+#include "Internal/ReadInt.h"
 
 namespace {
 
@@ -68,10 +69,9 @@ const char* FindEndTag(const char* start, const char* name) {
     return behind_tag == nullptr ? nullptr : behind_tag - tag.size();
 }
 
-// Read where it stands: no closing delimiter begins like a part of a number. Too great a number is cut as
-// atoi cuts it where that is defined.
-int ReadInt(const char* start) {
-    return start == nullptr ? 0 : static_cast<int>(std::strtol(start, nullptr, 10));
+// Read where it stands: no closing delimiter begins like a part of a number.
+int ReadItem(const char* start) {
+    return start == nullptr ? 0 : utility::internal::ReadInt(start);
 }
 
 }  // namespace
@@ -107,7 +107,7 @@ bool GetXMLItemValue(const char* text, const char* name, char* buffer) {
 }
 
 int GetXMLItemInt(const char* text, const char* name) {
-    return ReadInt(FindItemValue(text, name));
+    return ReadItem(FindItemValue(text, name));
 }
 
 const char* GetJsonItemValue(const char* text, const char* key, std::string& value) {
@@ -116,5 +116,5 @@ const char* GetJsonItemValue(const char* text, const char* key, std::string& val
 }
 
 int GetJsonItemInt(const char* text, const char* key) {
-    return ReadInt(FindJsonValue(text, key));
+    return ReadItem(FindJsonValue(text, key));
 }

@@ -22,7 +22,7 @@ UTILITY_API long get_file_size(char const* path);
 
 /** Whether the content of the file `path` is English, as `IsEnglishText` judges the text up to its first NUL.
  *
- * Reads the file whole. False if it cannot be read (which is noted in the log) or is empty. */
+ * Reads the file whole. False if it cannot be opened (which is noted in the log), cannot be read or is empty. */
 UTILITY_API bool IsEnglishTextFile(char const* path);
 
 #endif

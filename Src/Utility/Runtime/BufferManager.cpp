@@ -1,9 +1,9 @@
 #include "Utility/Runtime/BufferManager.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "Internal/MutexLock.h"
 
@@ -14,6 +14,23 @@ namespace {
 constexpr std::size_t kKeepUnit = 2000;
 constexpr std::size_t kBatch = 5 * kKeepUnit;
 constexpr std::size_t kThreshold = 10 * kKeepUnit;
+
+// Frees the entries that the list holds now, one by one: needs no memory, which is what a full release is there to gain.
+void FreeAll(CBufferManager& manager) {
+    std::size_t count = 0;
+    {
+        const MutexLock lock(manager.m_mutexBuf);
+        count = manager.m_vBuffers.size();
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        char* buffer = nullptr;
+        {
+            const MutexLock lock(manager.m_mutexBuf);
+            if (i < manager.m_vBuffers.size()) std::swap(buffer, manager.m_vBuffers[i]);
+        }
+        delete[] buffer;
+    }
+}
 
 }  // namespace
 
@@ -42,24 +59,23 @@ char* CBufferManager::AddBuffer(char const* text) {
     return copy.release();
 }
 
-// What is due leaves the list in one step under the lock, together with the decision to free it. So two releases can
-// never meet on the same entry, however they overlap, and no index changes under a release that is going on.
+// Entries are taken and set to null under the lock, so that two releases never free the same one, however they overlap,
+// and freed without it, so that others can append meanwhile. A batch leaves the list in the same locked step that decides
+// on it: no index changes under a release that is going on.
 void CBufferManager::ReleaseBuf(bool full) {
-    std::vector<char*> due;
+    std::vector<char*> batch;
     {
         const MutexLock lock(m_mutexBuf);
-        if (full) {
-            due = m_vBuffers;
-            std::fill(m_vBuffers.begin(), m_vBuffers.end(), nullptr);
-        } else {
+        if (!full) {
             if (m_nReleasing > 0 || m_vBuffers.size() <= kThreshold) return;
             const auto end = m_vBuffers.begin() + kBatch;
-            due.assign(m_vBuffers.begin(), end);
+            batch.assign(m_vBuffers.begin(), end);
             m_vBuffers.erase(m_vBuffers.begin(), end);
         }
         ++m_nReleasing;
     }
-    for (char* const buffer : due) delete[] buffer;
+    for (char* const buffer : batch) delete[] buffer;
+    if (full) FreeAll(*this);
     const MutexLock lock(m_mutexBuf);
     --m_nReleasing;
 }

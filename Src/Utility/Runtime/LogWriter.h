@@ -9,8 +9,9 @@
  *
  * Messages are bytes in whatever encoding the caller uses, written as they are up to the first NUL; line feeds in them
  * make one entry of several lines. Nothing here reports an error, sets the last-error message or throws, short of
- * exhausted memory. Any thread may call at any time as long as none assigns the settings; the line of each call is
- * written as a whole, so neither threads nor processes mix their lines (on a local file system). */
+ * exhausted memory. Any thread may call at any time as long as none assigns the settings. The line of each call to a file
+ * of the log is written as a whole, so neither threads nor processes mix their lines (on a local file system); the form
+ * with a stream hands it to the stream whole, which is enough among the threads of one process. */
 
 #include <cstdio>
 #include <string>

@@ -2,16 +2,16 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
+
+#include "Internal/ReadInt.h"
 
 namespace {
 
 int NumberBehind(const std::string& text, std::size_t prefix_bytes) {
     if (text.size() <= prefix_bytes) return 0;
-    // atoi leaves numbers beyond int undefined.
-    return static_cast<int>(std::strtol(text.c_str() + prefix_bytes, nullptr, 10));
+    return utility::internal::ReadInt(text.c_str() + prefix_bytes);
 }
 
 }  // namespace

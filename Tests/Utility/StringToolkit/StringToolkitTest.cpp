@@ -87,6 +87,17 @@ TEST(StringToolkitTest, ReaderPutsTheTextBackAndGetStrVectorDropsLineEnds) {
     }
 }
 
+TEST(StringToolkitTest, ANewTextLeavesTheOldOneAsItStands) {
+    CStrToken reader(false);
+    char first[] = "a,b", second[] = "c,d";
+    EXPECT_STREQ(reader.GetToken(first, nullptr, ","), "a");
+    EXPECT_STREQ(reader.GetToken(second, nullptr, ","), "c");
+    EXPECT_STREQ(reader.GetToken(nullptr, nullptr, ","), "d");
+    EXPECT_EQ(reader.GetToken(nullptr, nullptr, ","), nullptr);
+    EXPECT_TRUE(reader.m_bReachedEnd);
+    EXPECT_EQ(Hex(Bytes(first)) + " / " + Hex(Bytes(second)), "61 00 62 / 63 2C 64");
+}
+
 using Lines = std::vector<std::pair<std::string, int>>;
 
 // What a caller reads who puts each saved byte back: the lines, and 1 for those that are records.
