@@ -7,7 +7,7 @@
 namespace utility::internal {
 
 struct StreamCloser {
-    void operator()(std::FILE* stream) const { std::fclose(stream); }
+    void operator()(std::FILE* stream) const { (void)std::fclose(stream); }
 };
 
 // A stream that is closed with its scope.

@@ -18,7 +18,7 @@ inline Stream Open(const char* path, const char* mode) {
 // A nameless file open for reading and writing, at its beginning.
 inline Stream StreamOf(const std::string& bytes = {}) {
     Stream stream(std::tmpfile(), std::fclose);
-    std::fwrite(bytes.data(), 1, bytes.size(), stream.get());
+    (void)std::fwrite(bytes.data(), 1, bytes.size(), stream.get());
     std::rewind(stream.get());
     return stream;
 }

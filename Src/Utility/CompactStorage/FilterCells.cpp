@@ -57,13 +57,13 @@ double* str2filter_data(char const* text, double* cell, int type) {
         // Fractions by sscanf, as strtod takes what only begins like one: "infinite" is no number here.
         case kFloat: {
             float value = 0;
-            std::sscanf(text, "%f", &value);
+            (void)std::sscanf(text, "%f", &value);  // NOLINT(cert-err34-c): what is no number is 0
             Store(value, cell);
             break;
         }
         case kDouble: {
             double value = 0;
-            std::sscanf(text, "%lf", &value);
+            (void)std::sscanf(text, "%lf", &value);  // NOLINT(cert-err34-c): as above
             Store(value, cell);
             break;
         }

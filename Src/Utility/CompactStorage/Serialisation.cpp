@@ -31,7 +31,7 @@ std::size_t tstring_save(const std::string& text, std::FILE* stream) {
     const auto length = static_cast<std::uint32_t>(text.size());
     unsigned char length_bytes[4];
     StoreLittleEndian(length, length_bytes);
-    std::fwrite(length_bytes, 1, sizeof length_bytes, stream);
+    (void)std::fwrite(length_bytes, 1, sizeof length_bytes, stream);
     return std::fwrite(text.data(), 1, length, stream);
 }
 
@@ -58,7 +58,7 @@ int WriteBuf(char** buffer, int& used, int& capacity, int value, bool swap) {
     constexpr int kMargin = 1024;
     if (capacity - used < kFree) {
         if (used > INT_MAX - kMargin) return used;
-        void* const block = std::realloc(*buffer, static_cast<std::size_t>(used + kMargin));
+        void* const block = std::realloc(*buffer, static_cast<std::size_t>(used) + kMargin);
         if (block == nullptr) return used;
         *buffer = static_cast<char*>(block);
         capacity = used + kMargin;

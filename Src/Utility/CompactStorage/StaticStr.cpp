@@ -88,8 +88,8 @@ char const* CStaticStr::GetStr(int offset) const {
 void CStaticStr::Write(std::FILE* stream) const {
     unsigned char size_bytes[8];
     StoreLittleEndian<std::uint64_t>(m_nSize, size_bytes);
-    std::fwrite(size_bytes, 1, sizeof size_bytes, stream);
-    if (m_nSize > 0) std::fwrite(m_pBuf, 1, m_nSize, stream);
+    (void)std::fwrite(size_bytes, 1, sizeof size_bytes, stream);
+    if (m_nSize > 0) (void)std::fwrite(m_pBuf, 1, m_nSize, stream);
 }
 
 void CStaticStr::Read(std::FILE* stream) {

@@ -12,7 +12,7 @@ bool WriteText(const char* path, const std::string& text, const char* mode) {
     if (path == nullptr || *path == '\0') return false;
     const OwnedStream file(std::fopen(path, mode));
     if (file == nullptr) return false;
-    std::fputs(text.c_str(), file.get());
+    (void)std::fputs(text.c_str(), file.get());
     return true;
 }
 

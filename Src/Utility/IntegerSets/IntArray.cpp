@@ -88,7 +88,7 @@ int CIntArray::GenerateIntList(const std::vector<int>& values, _tIntArray& range
 std::size_t CIntArray::Write(std::FILE* stream) const {
     unsigned char bytes[kMargin * kValueSize];
     StoreLittleEndian(static_cast<std::uint32_t>(m_nCount), bytes);
-    std::fwrite(bytes, kValueSize, 1, stream);
+    (void)std::fwrite(bytes, kValueSize, 1, stream);
     std::size_t written = 0;
     for (int pos = 0; pos < m_nCount;) {
         const int end = pos + std::min(m_nCount - pos, kMargin);

@@ -12,6 +12,7 @@
 
 /** Where a list lies in a pool: from position `nStart` up to, and not including, `nEnd`. Its length is nEnd -
  * nStart. */
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 struct UTILITY_API _tIntArray {
     int nStart; /**< pool position of the first value */
     int nEnd;   /**< pool position one past the last value */

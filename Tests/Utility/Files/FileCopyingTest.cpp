@@ -59,18 +59,18 @@ TEST(FileCopying, EndsWhereSomethingFails) {
 }
 
 TEST(FileCopying, ThreadsAppendToOneStream) {
-    constexpr std::size_t kBlock = 10'007;  // of one letter; every block must end up in one piece
+    constexpr std::size_t kBlock = 2'003;  // of one letter; every block must end up in one piece
     const Stream destination = StreamOf();
     pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
     std::vector<std::thread> threads;
     std::map<std::string, int> blocks, expected;
     for (const char letter : {'a', 'b', 'c', 'd'}) {
-        expected[std::string(kBlock, letter)] = 40;
+        expected[std::string(kBlock, letter)] = 400;
         threads.emplace_back([&destination, &mutex, block = std::string(kBlock, letter)] {
             const Stream source = StreamOf(block);
-            unsigned char buffer[1000];
-            for (int i = 0; i < 20; ++i) {
-                FileCopy(source.get(), destination.get(), 700, &mutex, 0);
+            unsigned char buffer[100];
+            for (int i = 0; i < 200; ++i) {
+                FileCopy(source.get(), destination.get(), 70, &mutex, 0);
                 FileCopy(source.get(), destination.get(), 0, kBlock, buffer, sizeof buffer, &mutex);
             }
         });
