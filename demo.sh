@@ -2,7 +2,7 @@
 # Builds the library and shows what it makes of pages. Usage: ./demo.sh [FILE…]
 # Without arguments: name, encoding and first sentences of each page in Examples/pages. With files: their text as UTF-8.
 set -euo pipefail
-top=$(cd "$(dirname "$0")" && pwd)
+top=$(dirname "$(readlink -f "$0")")
 . "$top/Tools/Setup/prepare.sh"
 require compiler cmake ninja cli11 json locale
 require_gbk_locale "$top/build/locale"
@@ -11,8 +11,9 @@ require_gbk_locale "$top/build/locale"
 if [ ! -e "$top/build/build.ninja" ]; then
   cmake -S "$top" -B "$top/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DUTILITY_BUILD_TESTS=OFF >/dev/null
 fi
-cmake --build "$top/build" --target pagetext hello codemaps_data | grep -v 'no work to do' || true
+log=$(cmake --build "$top/build" --target pagetext hello codemaps_data) || { printf '%s\n' "$log"; exit 1; }
 pagetext=$top/build/bin/pagetext
+export UTILITY_CODEMAPS=$top/build/Data/codemaps.dat
 
 if [ $# -gt 0 ]; then
   exec "$pagetext" "$@"
@@ -20,5 +21,5 @@ fi
 cd "$top/Examples/pages"
 for page in *; do
   printf '\n%s  [%s]\n' "$page" "$("$pagetext" --detect "$page")"
-  "$pagetext" --sentences "$page" | head -n 4 | sed 's/^/    /'
+  "$pagetext" --sentences "$page" | sed -n '1,4s/^/    /p'
 done

@@ -32,8 +32,8 @@ int main(int argc, char** argv) {
     unsigned long gbk_length = 0;
     CodeTrans_ToAnsi(code, page.c_str(), page.size(), gbk.data(), gbk_length);
 
-    // Six bytes more than the input has, and the NUL; a capacity of 0 sets no other limit.
-    std::vector<char> text(gbk_length + 7);
+    // Six bytes more than the input has, the NUL included; a capacity of 0 sets no other limit.
+    std::vector<char> text(gbk_length + 6);
     unsigned long length = 0;
     vHtmlToText(gbk.data(), gbk_length, text.data(), length);
     StrNormalize(text.data());

@@ -54,17 +54,7 @@ Encoding FromDetector(std::string_view bytes) {
     }
 }
 
-// The name behind "charset=" among the first bytes of a page, where documents declare it.
-Encoding FromDeclaration(std::string_view bytes) {
-    constexpr std::size_t kDeclarationBytes = 4096;
-    constexpr std::string_view kKey = "charset=";
-    std::string head(bytes.substr(0, kDeclarationBytes));
-    for (char& c : head) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    std::size_t pos = head.find(kKey);
-    if (pos == std::string::npos) return Encoding::kUnknown;
-    pos = head.find_first_not_of("\"' ", pos + kKey.size());
-    const std::size_t end = std::min(head.find_first_of("\"' />;\r\n", pos), head.size());
-    const std::string name = pos == std::string::npos ? "" : head.substr(pos, end - pos);
+Encoding FromLabel(std::string_view label) {
     struct Label {
         std::string_view name;
         Encoding encoding;
@@ -75,10 +65,51 @@ Encoding FromDeclaration(std::string_view bytes) {
         {"cp936", Encoding::kGbk},        {"gb18030", Encoding::kGbk},     {"big5", Encoding::kBig5},
         {"big5-hkscs", Encoding::kBig5},  {"x-x-big5", Encoding::kBig5},   {"cp950", Encoding::kBig5},
         {"utf-16le", Encoding::kUtf16Le}, {"utf-16be", Encoding::kUtf16Be}};
-    for (const Label& label : kLabels) {
-        if (name == label.name) return label.encoding;
+    for (const Label& known : kLabels) {
+        if (label == known.name) return known.encoding;
     }
     return Encoding::kUnknown;
+}
+
+// The first known name behind "charset" or "encoding" and "=" among the first bytes of a page, where documents declare it.
+Encoding FromDeclaration(std::string_view bytes) {
+    constexpr std::size_t kDeclarationBytes = 4096;
+    std::string head(bytes.substr(0, kDeclarationBytes));
+    for (char& c : head) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    for (std::size_t pos = head.find('='); pos != std::string::npos; pos = head.find('=', pos + 1)) {
+        const std::size_t key_end = head.find_last_not_of(' ', pos - 1) + 1;
+        const std::string_view before(head.data(), pos == 0 ? 0 : key_end);
+        const auto ends_with = [&](std::string_view key) {
+            return before.size() >= key.size() && before.substr(before.size() - key.size()) == key;
+        };
+        if (!ends_with("charset") && !ends_with("encoding")) continue;
+        const std::size_t start = std::min(head.find_first_not_of("\"' ", pos + 1), head.size());
+        const std::size_t end = std::min(head.find_first_of("\"' />;\r\n", start), head.size());
+        const Encoding encoding = FromLabel(std::string_view(head).substr(start, end - start));
+        if (encoding != Encoding::kUnknown) return encoding;
+    }
+    return Encoding::kUnknown;
+}
+
+// What a verdict for UTF-16 without a mark is worth: the detector gives no weight to ASCII, so a single odd byte can make
+// it of an English page; and it knows no big-endian text.
+Encoding CheckUtf16(std::string_view bytes) {
+    std::size_t pairs = 0, ascii_pairs = 0, high_first = 0, high_second = 0;
+    const auto is_text = [](unsigned char byte) {
+        return byte == '\t' || byte == '\r' || byte == '\n' || byte - 0x20u < 0x5F;
+    };
+    // The upper halves of most units of Chinese text and markup.
+    const auto is_upper = [](unsigned char b) {
+        return b == 0 || b == 0x30 || (b >= 0x4E && b <= 0x9F) || b == 0xFF;
+    };
+    for (std::size_t pos = 0; pos + 1 < bytes.size(); pos += 2, ++pairs) {
+        const unsigned char first = ByteAt(bytes, pos), second = ByteAt(bytes, pos + 1);
+        ascii_pairs += is_text(first) && is_text(second);
+        high_first += is_upper(first);
+        high_second += is_upper(second);
+    }
+    if (ascii_pairs * 2 > pairs) return Encoding::kUnknown;
+    return high_first > high_second + pairs / 4 ? Encoding::kUtf16Be : Encoding::kUtf16Le;
 }
 
 void Replace(Decoded& out) {
@@ -233,7 +264,8 @@ Encoding DetectEncoding(std::string_view bytes) {
     const bool ascii =
         std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<signed char>(c) > 0; });
     if (ascii) return Encoding::kAscii;
-    const Encoding detected = FromDetector(bytes);
+    Encoding detected = FromDetector(bytes);
+    if (detected == Encoding::kUtf16Le) detected = CheckUtf16(bytes);
     return detected != Encoding::kUnknown ? detected : FromDeclaration(bytes);
 }
 

@@ -37,9 +37,14 @@ std::string ReadPage(const std::string& name, std::string& bytes) {
     char* buffer = nullptr;
     const auto length = static_cast<std::size_t>(ReadFile(name.c_str(), &buffer, 0, 0, true));
     const std::unique_ptr<char[]> owner(buffer);
-    if (length == 0) return "cannot be read";
-    // A file cut short meanwhile would show as NUL bytes at its end.
-    if (static_cast<std::size_t>(get_file_size(name.c_str())) < length) return "changed while it was read";
+    if (length == 0) return std::strerror(buffer == nullptr ? ENOMEM : EIO);
+    // Where the size is not that of the content (a file cut short meanwhile, some files of the system), the rest of the
+    // buffer is NUL bytes that nobody wrote.
+    if (std::fseek(probe.get(), static_cast<long>(length) - 1, SEEK_SET) != 0 ||
+        std::fgetc(probe.get()) == EOF) {
+        std::rewind(probe.get());
+        return ReadToEnd(probe.get(), bytes);
+    }
     bytes.assign(buffer, length);
     return {};
 }

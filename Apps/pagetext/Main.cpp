@@ -5,9 +5,11 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <iostream>
 #include <map>
+#include <new>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -33,10 +35,20 @@ struct Options {
     std::string data_file;
 };
 
-// One line on standard error that is written over as the files go by, where a person is looking.
+// A file name as valid UTF-8 on one line.
+std::string Printable(const std::string& name) {
+    std::string text = pagetext::Decode(name, Encoding::kUnknown).text;
+    for (char& c : text) {
+        if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') c = '?';
+    }
+    return text;
+}
+
+// One line on standard error that is written over as the files go by, where a person is looking at it alone.
 class Progress {
 public:
-    explicit Progress(std::size_t files) : files_(files), shown_(files > 1 && isatty(STDERR_FILENO) != 0) {}
+    explicit Progress(std::size_t files)
+        : files_(files), shown_(files > 1 && isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0) {}
     void Show(std::size_t done, const std::string& name) const {
         if (shown_) std::cerr << "\r\033[K" << done << '/' << files_ << ' ' << name << std::flush;
     }
@@ -55,8 +67,12 @@ public:
 
     int Run() {
         for (std::size_t i = 0; i < options_.files.size(); ++i) {
-            progress_.Show(i + 1, options_.files[i]);
-            ConvertPage(options_.files[i]);
+            progress_.Show(i + 1, Printable(options_.files[i]));
+            try {
+                ConvertPage(options_.files[i]);
+            } catch (const std::bad_alloc&) {
+                Complain(options_.files[i], std::strerror(ENOMEM));
+            }
         }
         progress_.Clear();
         std::cout.flush();
@@ -70,7 +86,7 @@ public:
 private:
     void Complain(const std::string& name, const std::string& reason) {
         progress_.Clear();
-        std::cerr << "pagetext: " << name << ": " << reason << '\n';
+        std::cerr << "pagetext: " << Printable(name) << ": " << reason << '\n';
         failed_ = true;
     }
 
@@ -102,7 +118,7 @@ private:
 
     // With several files a line of --detect starts with the name, as other tools do.
     std::string NamePrefix(const std::string& name) const {
-        return options_.files.size() > 1 ? name + ": " : "";
+        return options_.files.size() > 1 ? Printable(name) + ": " : "";
     }
 
     void Write(const std::string& name, Encoding encoding, const pagetext::Decoded& page) {
@@ -134,7 +150,6 @@ private:
         }
     }
 
-    // A sentence may run over a line break of a plain page; a line of output may not.
     void WriteLine(std::string_view text) {
         WriteText(text);
         std::cout << '\n';
@@ -209,15 +224,19 @@ int main(int argc, char** argv) {
     Options options;
     std::string from = "auto", to = "utf-8";
     Declare(app, options, from, to);
+    // CLI11 takes "[a,b]" for a list of names.
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i)
+        arguments.push_back(argv[i][0] == '[' ? std::string("./") + argv[i] : argv[i]);
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }
     options.from = EncodingNames().at(from);
     options.to_gbk = to == "gbk";
     if (options.files.empty()) options.files.emplace_back("-");
-    if (options.data_file.empty()) options.data_file = pagetext::FindDataFile();
+    if (options.data_file.empty()) options.data_file = pagetext::FindDataFile(argv[0]);
 
     g_bLog = false;
     if (CodeTrans_Initialize(options.data_file.c_str()) != 0) {

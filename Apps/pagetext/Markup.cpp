@@ -77,7 +77,9 @@ public:
           tag_end_(html, ">"),
           quotes_{Finder(html, "\""), Finder(html, "'")},
           script_end_(html, "</script"),
-          style_end_(html, "</style") {}
+          style_end_(html, "</style"),
+          title_end_(html, "</title"),
+          textarea_end_(html, "</textarea") {}
 
     // The page in a form that vHtmlToText reads without loss.
     std::string Run() {
@@ -89,14 +91,14 @@ public:
 private:
     void Step() {
         const char c = html_[pos_];
-        if (c == '<') {
+        if (c == '<' && pos_ >= plain_end_) {
             StepMarkup();
         } else if (c == '&') {
             StepReference();
         } else if (c == '\0') {
             prepared_ += kReplacement;
             ++pos_;
-        } else if (c == '%' || html_.compare(pos_, 5, "nbsp;") == 0) {
+        } else if (c == '%' || c == '<' || html_.compare(pos_, 5, "nbsp;") == 0) {
             AppendNumber(c);
             ++pos_;
         } else {
@@ -110,7 +112,7 @@ private:
 
     void StepReference() {
         std::string text;
-        const std::size_t length = AppendReference(html_.substr(pos_, 64), text);
+        const std::size_t length = AppendReference(html_.substr(pos_), text);
         if (length == 0) {
             AppendNumber('&');
             ++pos_;
@@ -118,7 +120,7 @@ private:
         }
         pos_ += length;
         if (text == "\xC2\xA0") text = " ";
-        if (text.size() == 1 && text[0] > ' ') {
+        if (text.size() == 1 && text[0] > ' ' && text[0] != '\x7F') {  // vHtmlToText makes a blank of 127
             AppendNumber(text[0]);
         } else {
             prepared_ += text;
@@ -129,7 +131,7 @@ private:
         const std::string_view rest = html_.substr(pos_);
         const std::size_t name_at = rest.size() > 1 && rest[1] == '/' ? 2 : 1;
         if (rest.compare(0, 4, "<!--") == 0) {
-            SkipTo(comment_end_.Find(pos_ + 4), 3);
+            SkipTo(comment_end_.Find(pos_ + 2), 3);  // "<!-->" is a whole comment
         } else if (rest.size() > 1 && (rest[1] == '!' || rest[1] == '?')) {
             SkipTo(tag_end_.Find(pos_), 1);
         } else if (rest.size() > name_at && IsLetter(rest[name_at]) && tag_end_.Find(pos_) != kNone) {
@@ -164,8 +166,11 @@ private:
         pos_ = end;
         if (Contains(kInlineElements, name)) return;
         prepared_ += Contains(kBlockElements, name) ? "\n<p>" : "<x>";
-        if (name_at == 1 && name == "script") SkipElement(script_end_);
-        if (name_at == 1 && name == "style") SkipElement(style_end_);
+        if (name_at != 1) return;
+        if (name == "script") SkipElement(script_end_);
+        if (name == "style") SkipElement(style_end_);
+        if (name == "title") KeepAsText(title_end_);
+        if (name == "textarea") KeepAsText(textarea_end_);
     }
 
     // Position behind the tag whose name ends at `pos`. A quoted value may hold ">", but only where the closing quote
@@ -176,13 +181,15 @@ private:
             if (c == '>') return pos + 1;
             if (c == '<') return pos;
             ++pos;
-            if (c != '"' && c != '\'') continue;
+            if (quotes_broken_ || (c != '"' && c != '\'')) continue;
             const std::size_t closing = quotes_[c == '"' ? 0 : 1].Find(pos);
             const bool ends_value =
                 closing != kNone && closing + 1 < html_.size() &&
                 (IsBlank(html_[closing + 1]) || html_[closing + 1] == '>' || html_[closing + 1] == '/');
             if (ends_value) pos = closing + 1;
         }
+        // All of the page would be one tag. Looking again at every later tag would take quadratic time.
+        quotes_broken_ = true;
         return kNone;
     }
 
@@ -192,12 +199,20 @@ private:
         if (end != kNone) pos_ = end;
     }
 
+    // In a title and the like tags are text, references are not. Without a closing tag everything is markup.
+    void KeepAsText(Finder& closing) {
+        const std::size_t end = closing.Find(pos_);
+        if (end != kNone) plain_end_ = end;
+    }
+
     std::string_view html_;
     std::size_t pos_ = 0;
+    std::size_t plain_end_ = 0;  // in front of this place "<" is text
+    bool quotes_broken_ = false;
     std::string prepared_;
     Finder comment_end_, tag_end_;
     std::array<Finder, 2> quotes_;
-    Finder script_end_, style_end_;
+    Finder script_end_, style_end_, title_end_, textarea_end_;
 };
 
 // Lines without blanks at their ends, no two empty lines in a row, none at the start or the end.
@@ -225,8 +240,8 @@ std::string TidyLines(std::string_view text) {
 
 std::string MarkupToText(std::string_view html) {
     const std::string prepared = Preparation(html).Run();
-    // vHtmlToText may write six bytes more than its input has before it squeezes blanks.
-    std::string text(prepared.size() + 7, '\0');
+    // Room for what vHtmlToText may write beyond the length of its input, the NUL included.
+    std::string text(prepared.size() + 6, '\0');
     unsigned long length = 0;
     vHtmlToText(prepared.c_str(), prepared.size(), text.data(), length);
     text.resize(length);

@@ -35,6 +35,12 @@ void AppendTrimmed(std::string_view sentence, std::vector<std::string_view>& sen
     if (!sentence.empty()) sentences.push_back(sentence);
 }
 
+// Behind the closing quotes and brackets that stand at `pos`.
+std::size_t SkipClosers(std::string_view text, std::size_t pos) {
+    for (std::string_view next; IsIn(kClosers, next = Character(text.substr(pos)));) pos += next.size();
+    return pos;
+}
+
 }  // namespace
 
 std::vector<std::string_view> Sentences(std::string_view utf8_text) {
@@ -43,12 +49,11 @@ std::vector<std::string_view> Sentences(std::string_view utf8_text) {
     while (pos < utf8_text.size()) {
         const std::string_view character = Character(utf8_text.substr(pos));
         pos += character.size();
-        std::size_t end = pos;
-        for (std::string_view next; IsIn(kClosers, next = Character(utf8_text.substr(end)));)
-            end += next.size();
-        const bool stop = character == "." && (end == utf8_text.size() || IsSpace(utf8_text[end]));
         // A run such as "？！" ends once, behind its last mark.
         const bool mark = IsIn(kEnds, character) && !IsIn(kEnds, Character(utf8_text.substr(pos)));
+        std::size_t end = pos;
+        if (mark || character == ".") end = SkipClosers(utf8_text, pos);
+        const bool stop = character == "." && (end == utf8_text.size() || IsSpace(utf8_text[end]));
         if (mark || stop) pos = end;
         if (mark || stop || character == "\n") {
             AppendTrimmed(utf8_text.substr(start, pos - start), sentences);

@@ -31,6 +31,9 @@ TEST(MarkupTest, KeepsTheTextAndNothingElse) {
         {long_tag.c_str(), "x"},
         {"a<!-- <b>no</b> -->b", "a b"},
         {"a<!-- open", "a<!-- open"},
+        {"a<!-->b<!--->c<!-- x -->d", "a b c d"},
+        {"<title>1 <b>&amp; 2</title><textarea>if (a<b) x</textarea>", "1 <b>& 2\nif (a<b) x"},
+        {"&#x0000000000000000000000000000000000000000000000000000000000000041;&#127;", "A\x7F"},
         {"5 < 6, a<", "5 < 6, a<"},
         {"&lt;p&gt; &amp;lt; AT&T &copy;2026&nbsp;x", "<p> &lt; AT&T ©2026 x"},
         {"&#x4E2D;&#20013;&#233;&#150;&#xD800;&#0;&notin;&unknown;", "中中é–\uFFFD\uFFFD∉&unknown;"},
@@ -49,13 +52,17 @@ TEST(MarkupTest, HostilePagesTakeLinearTime) {
         MarkupToText(page);
         return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
     };
-    for (const char* piece :
-         {"<!--", "&", "<script>", "<script x>", "<b", "<a \"", "<a 'x\"", "<a \"<a \" ", "<style><a '"}) {
+    // The best of three: at these lengths a moment's pause counts.
+    const auto best_of_three = [&](const std::string& page) {
+        return std::min({cpu_seconds(page), cpu_seconds(page), cpu_seconds(page)});
+    };
+    for (const char* piece : {"<!--", "&", "<script>", "<script x>", "<b", "<a \"", "<a 'x\"", "<a \"<a \" ",
+                              "<style><a '", "\"<b\" "}) {
         std::string small, large;
         while (small.size() < 50000) small += piece;
         for (int i = 0; i < 16; ++i) large += small;
         // Sixteen times the bytes: quadratic time would be 256 times.
-        EXPECT_LT(cpu_seconds(large), 80 * cpu_seconds(small) + 0.05) << piece;
+        EXPECT_LT(best_of_three(large), 80 * best_of_three(small) + 0.05) << piece;
     }
 }
 

@@ -17,9 +17,9 @@ struct Outcome {
     std::string output;  // standard output and standard error
 };
 
-Outcome PageText(const std::string& arguments) {
-    const std::string command =
-        std::string(PAGETEXT_PROGRAM) + " --data " + UTILITY_TEST_DATA_FILE + " " + arguments + " 2>&1";
+Outcome PageText(const std::string& arguments, const std::string& folder = ".") {
+    const std::string command = "cd " + folder + " && " + PAGETEXT_PROGRAM + " --data " +
+                                UTILITY_TEST_DATA_FILE + " " + arguments + " 2>&1";
     std::FILE* pipe = popen(command.c_str(), "r");
     Outcome outcome{-1, {}};
     if (pipe == nullptr) return outcome;
@@ -81,6 +81,15 @@ TEST(ProgramTest, GoesOnAfterAPageThatCannotBeRead) {
         << outcome.output;
     EXPECT_NE(outcome.output.find(folder.path().string() + ": Is a directory\n"), std::string::npos);
     EXPECT_NE(outcome.output.find("中文<p>end\n"), std::string::npos);
+    EXPECT_EQ(PageText("--detect " + (folder / "be") + " " + (folder / "empty")).output,
+              (folder / "be") + ": utf-16be\n" + (folder / "empty") + ": ascii\n");
+    test_support::WriteFileBytes(folder / "four", "\x84\x31\xA4\x37 \xD6\xD0\xCE\xC4");
+    const Outcome four = PageText("--from gbk " + (folder / "four"));
+    EXPECT_EQ(four.status, 1);
+    EXPECT_NE(four.output.find("four-byte characters of GB18030 are not supported"), std::string::npos);
+    test_support::WriteFileBytes(folder / "[x,y]", "in brackets");
+    EXPECT_EQ(PageText("-- [x,y]", folder.path()).output, "in brackets\n");
+    EXPECT_EQ(PageText((folder / "[x,y]") + " > /dev/full").status, 1);
     const Outcome unsupported = PageText(folder / "be");
     EXPECT_EQ(unsupported.status, 1);
     EXPECT_NE(unsupported.output.find("utf-16be is not supported"), std::string::npos);

@@ -18,7 +18,7 @@
  *
  * Tables of an earlier load are freed first, also when this one fails. The file is read in four block reads, its integers
  * little-endian on every machine. A failure link that leads out of the table, or that is part of a circle of such
- * links, counts as one to the root. Allocates 96 KiB and 16 bytes a record; time linear in the file. */
+ * links, counts as one to the root. Allocates 96 KiB and 16 bytes a record, and 4 more a record meanwhile; time linear in the file. */
 UTILITY_API int CodeTrans_Initialize(const char* path);
 
 /** Frees the tables. Without them detection gives 0 and the conversions that need them an empty output.

@@ -7,7 +7,8 @@
  * `encoding` is a code of EncodingCodes.h. 0 asks CodeTrans_CodeDetect about the first `length` bytes and goes on with its
  * answer; `length` and the sizes below then mean what they mean for that answer, so a caller who passes 0 provides the
  * most that any answer needs, as each function says. Other codes, and 0 when the tables are not loaded or nothing is
- * decided, give an empty output: `output_length` 0, result 0, nothing written.
+ * decided, give an empty output: `output_length` 0, result 0, nothing written. (GBKBig5_ToUnicode takes its code as it
+ * is and asks nobody.)
  *
  * `input` may be null, which is an empty text; `output` may not. The buffers may be the same where bytes are only
  * copied; otherwise they must not overlap. */
@@ -56,8 +57,8 @@ UTILITY_API unsigned long CodeTrans_ToUnicode(int encoding, const char* input, u
  * 2, 3: `input` is NUL-terminated GBK (3, too: Big5 is read as GBK; decode it with CodeTrans_ToUnicode instead), converted
  *    by ANSIToUTF8 under its locale; no more than the capacity is copied, which may cut a character. `length` is not
  *    looked at.
- * 1, 2, 3: a zero byte follows: `output` needs capacity + 1 bytes; without a limit `length` + 1 (1) or 3 bytes for each 2
- *    of input, rounded up, and 1 (2, 3).
+ * 1, 2, 3: a zero byte follows: `output` needs capacity + 1 bytes; without a limit `length` + 1 (1) or 3 × the bytes
+ *    of input + 1 (2, 3; the single byte 80 is the euro sign, three bytes).
  * 8: `input` is a wide string in the machine's order, at any address, and both `length` and the capacity count its 32-bit
  *    characters, not bytes. All of its UTF-8 is written, a zero byte behind it: 3 × characters + 1 bytes. Characters above
  *    U+FFFF are dropped.

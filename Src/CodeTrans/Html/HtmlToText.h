@@ -26,6 +26,7 @@
  *   So does a comment, and so does a script with its content where the opening is a bare `<script>`, in any
  *   case, and `</s` follows, or `</S` where the text holds no `</s`. The content of other scripts and of
  *   styles stays. A comment or such a script that does not end leaves its `<` in the text.
+ *   Within four bytes of the end of the input a comment counts as a tag, within 15 a script does.
  * - `&lt;` and `&gt;` become `<` and `>`. Any other `&` before an ASCII letter becomes a blank together with
  *   all up to a `;` less than ten bytes after it, be it `&nbsp;` or `&amp;`.
  * - `&#`, a decimal number and a `;` at most ten bytes after the `&` become the character, 127 to 254 a
