@@ -44,13 +44,14 @@ std::string Printable(const std::string& name) {
     return text;
 }
 
-// One line on standard error that is written over as the files go by, where a person is looking at it alone.
+// One line on standard error that is written over as the files go by, where a person is looking.
 class Progress {
 public:
-    explicit Progress(std::size_t files)
-        : files_(files), shown_(files > 1 && isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0) {}
+    explicit Progress(std::size_t files) : files_(files), shown_(files > 1 && isatty(STDERR_FILENO) != 0) {}
     void Show(std::size_t done, const std::string& name) const {
-        if (shown_) std::cerr << "\r\033[K" << done << '/' << files_ << ' ' << name << std::flush;
+        if (!shown_) return;
+        std::cout.flush();  // the text may go to the same terminal
+        std::cerr << "\r\033[K" << done << '/' << files_ << ' ' << name << std::flush;
     }
     void Clear() const {
         if (shown_) std::cerr << "\r\033[K" << std::flush;
@@ -100,6 +101,7 @@ private:
         const Encoding encoding =
             options_.from == Encoding::kUnknown ? pagetext::DetectEncoding(bytes) : options_.from;
         if (options_.form == Form::kEncoding) {
+            progress_.Clear();
             std::cout << NamePrefix(name) << pagetext::NameOf(encoding) << '\n';
             return;
         }
@@ -113,6 +115,7 @@ private:
                                std::to_string(page.gb18030_four) + " written as U+FFFD");
         }
         if (!options_.plain) page.text = pagetext::MarkupToText(page.text);
+        progress_.Clear();
         Write(name, encoding, page);
     }
 
@@ -181,14 +184,14 @@ const std::map<std::string, Encoding>& EncodingNames() {
 }
 
 void Declare(CLI::App& app, Options& options, std::string& from, std::string& to) {
+    // clang-format off
     app.footer(
-        "Nothing of a page is lost silently: bytes without a character become U+FFFD, and with --to gbk "
-        "characters that\n"
-        "GBK lacks become references such as &#169;. Exit status: 0; 1 when a page could not be read or not "
-        "be\n"
-        "converted whole (the others are written all the same); 2 for wrong arguments.\n"
-        "The code maps are looked for at --data, $UTILITY_CODEMAPS, beside the program and where they were "
-        "installed.");
+        "Nothing of a page is lost silently: bytes without a character become U+FFFD, and with --to gbk characters\n"
+        "that GBK lacks become references such as &#169;.\n"
+        "Exit status: 0; 1 when a page could not be read or not be converted whole (the others are written all the\n"
+        "same); 2 for wrong arguments.\n"
+        "The code maps are looked for at --data, $UTILITY_CODEMAPS, beside the program and where they were installed.");
+    // clang-format on
     app.set_version_flag("--version", "pagetext " PAGETEXT_VERSION);
     app.add_option("FILE", options.files, "Pages to read; \"-\", or none, is standard input");
     std::vector<std::string> names;
