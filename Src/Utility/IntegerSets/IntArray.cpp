@@ -70,7 +70,8 @@ CIntArray& CIntArray::operator=(CIntArray&& other) noexcept {
 
 int CIntArray::GenerateIntList(const std::vector<int>& values, _tIntArray& range) {
     range = {m_nCount, m_nCount};
-    if (values.size() > static_cast<std::size_t>(INT_MAX - kMargin - m_nCount)) return 0;
+    // A pool that was read may hold more than a pool may grow to.
+    if (static_cast<std::size_t>(m_nCount) + values.size() > INT_MAX - kMargin) return 0;
     const int length = static_cast<int>(values.size());
     if (m_nCount + length > m_nCapacity) {
         const int capacity = m_nCount + length + kMargin;

@@ -15,15 +15,15 @@ namespace {
 template <typename Compare>
 int Halve(int count, Compare compare) {
     int low = 0;
-    int high = count - 1;
-    while (low <= high) {
-        const int middle = low + (high - low) / 2;
+    int end = count;
+    while (low < end) {
+        const int middle = low + (end - low - 1) / 2;
         const int order = compare(middle);
         if (order == 0) return middle;
         if (order > 0) {
             low = middle + 1;
         } else {
-            high = middle - 1;
+            end = middle;
         }
     }
     return -1;

@@ -34,9 +34,9 @@ UTILITY_API int StrLocate(const char* text, const char* pattern, unsigned long& 
  *
  * True when one of them ends, or `maximum` bytes agree (-1 sets no limit), before they differ and at least
  * one byte agreed. Where they differ: true when `a`, if longer than 2 bytes, is found anywhere in `b` as by
- * StrLocate, or when a positive `maximum` is given and `b` ends with `maximum` bytes of it; and else when
- * more than 3 of the bytes that agreed were ASCII. `position` receives where in `b` the located `a` starts,
- * and 0 in every other case.
+ * StrLocate, or when a positive `maximum` is given and `b` ends with at least the first `maximum` bytes of it,
+ * here with its blanks counted; and else when more than 3 of the bytes that agreed were ASCII. `position`
+ * receives where in `b` the located `a` starts, and 0 in every other case.
  *
  *     StrMatch("<b>Hello", "Hello world", position, -1)     // true
  *     StrMatch("abcdef", "abcxyz", position, 3)             // true: 3 bytes agree */

@@ -126,6 +126,9 @@ TEST(IntArray, GrowsByAMarginAndStandsInAFile) {
     EXPECT_EQ(other.GetValue(2), 0x12345678);
     EXPECT_EQ(pool.GenerateIntList({5}, range), 1);
     EXPECT_EQ(pool.m_nCapacity, 1025);
+    pool.m_nCount = pool.m_nCapacity = INT_MAX - 5;  // as after reading eight gigabytes
+    EXPECT_EQ(pool.GenerateIntList(Values(10), range), 0);
+    pool.m_nCount = 1;
 }
 
 TEST(IntArray, ReadsDamagedFiles) {

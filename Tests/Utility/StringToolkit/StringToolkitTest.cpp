@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <strings.h>
 
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -205,6 +206,7 @@ TEST(StringToolkitTest, BinarySearchesFindWhatIsThereAndHalveAlike) {
         }
     }
     EXPECT_EQ(BinarySearch("x", {"x", "x", "x", "x"}), 1);
+    EXPECT_EQ(BinarySearch(1, static_cast<int*>(nullptr), INT_MIN), -1);
     EXPECT_EQ(BinarySearch(NAN, std::vector<double>(5, 1.0)), -1);
     for (int byte = 1; byte < 65536; ++byte) {  // the order is that of strcasecmp
         const Strings pair = {{static_cast<char>(byte >> 8)}, {static_cast<char>(byte & 0xFF)}};
