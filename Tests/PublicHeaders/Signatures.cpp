@@ -27,7 +27,7 @@ using Strings = vector<string>;
 using Ints = vector<int>;
 
 template <auto kOperation>
-constexpr bool kDeclared = kOperation != nullptr;
+constexpr bool kDeclared = true;
 
 // A cast between function pointers picks an overload and converts nothing (but for noexcept): anything else than
 // exactly these types is an error.
