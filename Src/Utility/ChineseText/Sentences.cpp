@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 #include <string_view>
@@ -25,7 +26,7 @@ constexpr ByteSet kAsciiSentenceEnds(".!;?\r\n\t");
 
 // How far in front of a start position the end of the text is looked for. Looking all the way would make a loop over the
 // sentences of a long text quadratic; this much finds every start that is off by a little, and costs next to nothing.
-constexpr std::size_t kCheckedBytes = 256;
+constexpr std::size_t kCheckedBytes = 1024;
 
 // Stored as UTF-8 although it is searched for two-byte units.
 constexpr auto kWideSentenceEnds = Utf8("。！？；");
@@ -49,6 +50,7 @@ bool EndsWithWideMark(std::string_view line, std::initializer_list<std::string_v
 }  // namespace
 
 unsigned long FindSentenceEnd(const char* text, unsigned long start, unsigned long budget) {
+    if (start > PTRDIFF_MAX) return std::strlen(text);  // no text reaches that far
     const std::size_t checked = start - std::min<std::size_t>(start, kCheckedBytes);
     const std::size_t end = checked + strnlen(text + checked, start - checked);
     if (end < start) return end;

@@ -19,11 +19,12 @@
  * a character; the length of the text when none is met.
  *
  * Scanning stops, as if at the end of the text, once `budget` bytes or more have been stepped over. A `start` beyond
- * the end gives the length of the text, too, if it is no more than 256 bytes beyond; it must not be further off.
+ * the end gives the length of the text, too, if it is no more than 1,024 bytes beyond or
+ * greater than any text can be (as -1 is); it must lie nowhere else.
  *
  *     FindSentenceEnd("a.b", 0, 100) == 2          FindSentenceEnd("a.b", 0, 1) == 3
  *
- * A call that finds an end reads what it steps over and up to 256 bytes in front of `start`; only one that finds none
+ * A call that finds an end reads what it steps over and up to 1,024 bytes in front of `start`; only one that finds none
  * measures the rest of the text. */
 UTILITY_API unsigned long FindSentenceEnd(const char* text, unsigned long start, unsigned long budget);
 
