@@ -103,8 +103,8 @@ TEST_F(DecodingTest, TakesMarksBeforeTheDetectorAndDeclarations) {
          Encoding::kUtf16Le},
         {Bytes("\xFE\xFF\0a"), Encoding::kUtf16Be},
         {Bytes("\0<\0h\0t\0m\0l\0>"), Encoding::kUtf16Be},
-        {"<meta charset = 'big5'>\xE9 ", Encoding::kBig5},  // nothing that the detector can decide
-        {"<?xml encoding=\"x\"?><meta charset=gb2312>\xE9 ", Encoding::kGbk},
+        {"<meta charset = 'big5'>\xFFx", Encoding::kBig5},  // nothing that the detector can decide
+        {"<?xml encoding=\"x\"?><meta charset=gb2312>\xFFx", Encoding::kGbk},
         {"It is no more than one odd byte: don\x92t", Encoding::kUnknown},
         {Bytes("A page of English markup with one NUL\0 in it, and nothing else"), Encoding::kUnknown},
         {BigEndian(u"各位住户：因更换水管，本楼将于五月二十日上午停水。"), Encoding::kUtf16Be},
