@@ -71,4 +71,5 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/StringToolkit/Trimming.h
   Utility/StringToolkit/WordPosition.h
   Utility/TextKit/Encodings.h
+  Utility/TextKit/Pages.h
 )

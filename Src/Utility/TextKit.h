@@ -9,6 +9,7 @@
 
 // clang-format off
 #include "TextKit/Encodings.h"
+#include "TextKit/Pages.h"
 // clang-format on
 
 #endif

@@ -37,6 +37,9 @@ public:
     /** The tables compiled into the library. A library built without them (UTILITY_EMBED_CODEMAPS off) knows GBK, but no
      * code of Big5, and Detect sees marks and ASCII only. */
     CodeMaps() noexcept;
+    // Copies only: an object moved from would have no tables.
+    CodeMaps(const CodeMaps&) = default;
+    CodeMaps& operator=(const CodeMaps&) = default;
     /** The tables of a data file as the build makes it (`codemaps.dat`); none where the file cannot be read or is too
      * short. Reads the whole file and allocates about 500 KiB more than its size.
      *
@@ -56,13 +59,14 @@ private:
 struct Detection {
     Encoding encoding = Encoding::kUnknown;
     /** How sure that is, from 0 (kUnknown) to 1. A byte-order mark and pure ASCII are 1. Otherwise the detector weighs
-     * every pair of bytes for each encoding, and a lead of n points over the next best is n / (n + 20). A common
-     * character is worth some ten points, so 0.5 is what two characters can give, 0.9 what a sentence does. */
+     * the bytes for each encoding, and a lead of n points over the next best is n / (n + 20): two Chinese characters
+     * give about 0.5, a short sentence more than 0.8. */
     double confidence = 0;
 };
 
 /** The encoding of `bytes`. A mark (EF BB BF, FF FE) decides. Text of ASCII bytes without NUL, the empty text too, is
- * kUtf8. The marks of UTF-32 and of big-endian UTF-16 give kUnknown. Anything else goes by what its bytes are likely to
+ * kUtf8 (even if it is UTF-16 without a mark whose bytes happen to be ASCII, as with one or two Chinese characters they
+ * may). The marks of UTF-32 and of big-endian UTF-16 give kUnknown. Anything else goes by what its bytes are likely to
  * mean in each encoding; kUnknown where none is likely. Does not allocate; looks at every byte.
  *
  *     textkit::Detect("\xD6\xD0\xB9\xFA\xC8\xCB\xC3\xF1").encoding;  // kGbk: 中国人民
