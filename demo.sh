@@ -11,9 +11,8 @@ require_gbk_locale "$top/build/locale"
 if [ ! -e "$top/build/build.ninja" ]; then
   cmake -S "$top" -B "$top/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DUTILITY_BUILD_TESTS=OFF >/dev/null
 fi
-log=$(cmake --build "$top/build" --target pagetext hello codemaps_data) || { printf '%s\n' "$log"; exit 1; }
+log=$(cmake --build "$top/build" --target pagetext hello) || { printf '%s\n' "$log"; exit 1; }
 pagetext=$top/build/bin/pagetext
-export UTILITY_CODEMAPS=$top/build/Data/codemaps.dat
 
 if [ $# -gt 0 ]; then
   exec "$pagetext" "$@"

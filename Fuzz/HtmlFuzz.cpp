@@ -1,10 +1,9 @@
-// HTML to text, percent escapes, and the page text of the tool.
+// HTML to text, percent escapes, and what TextKit.h and the tool make of pages.
 
 #include <STLCodeTrans.h>
+#include <TextKit.h>
 
-#include "Decoding.h"
 #include "FuzzSupport.h"
-#include "Markup.h"
 #include "Splitting.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -21,16 +20,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     iURIDecode(page.get(), static_cast<int>(html.size()), decoded.get(), decoded_length);
     FUZZ_CHECK(decoded_length >= 0 && static_cast<std::size_t>(decoded_length) <= html.size());
 
-    for (const auto encoding :
-         {pagetext::Encoding::kUtf8, pagetext::Encoding::kGbk, pagetext::Encoding::kUtf16Le}) {
-        const std::string utf8 = pagetext::Decode(html, encoding).text;
-        FUZZ_CHECK(pagetext::IsValidUtf8(utf8));
-        const std::string clean = pagetext::MarkupToText(utf8);
-        FUZZ_CHECK(pagetext::IsValidUtf8(clean));
-        std::size_t bytes = 0;
-        for (const auto sentence : pagetext::Sentences(clean)) bytes += sentence.size();
-        FUZZ_CHECK(bytes <= clean.size());
-        for (const std::string& token : pagetext::Tokens(clean)) FUZZ_CHECK(pagetext::IsValidUtf8(token));
+    const std::string_view bytes(page.get(), html.size());
+    FUZZ_CHECK(textkit::IsValidUtf8(textkit::PageText(bytes)));
+    for (const auto encoding : {textkit::Encoding::kUtf8, textkit::Encoding::kGbk, textkit::Encoding::kBig5,
+                                textkit::Encoding::kUtf16Le}) {
+        const textkit::Decoded page_text = textkit::Decode(bytes, encoding);
+        FUZZ_CHECK(textkit::IsValidUtf8(page_text.text));
+        FUZZ_CHECK(page_text.first_replaced < bytes.size() || page_text.replaced == 0);
+        textkit::Encode(bytes, encoding, textkit::Unmappable::kNumericReference);
+        const std::string clean = textkit::PageText(page_text.text);
+        FUZZ_CHECK(textkit::IsValidUtf8(clean));
+        std::size_t sentence_bytes = 0;
+        for (const auto sentence : pagetext::Sentences(clean)) sentence_bytes += sentence.size();
+        FUZZ_CHECK(sentence_bytes <= clean.size());
+        for (const std::string& token : pagetext::Tokens(clean)) FUZZ_CHECK(textkit::IsValidUtf8(token));
     }
     return 0;
 }

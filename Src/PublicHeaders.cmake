@@ -1,4 +1,4 @@
-# Every header that a host may include, directly or through one of the five that gather them, below Src/. They are
+# Every header that a host may include, directly or through one of the six that gather them, below Src/. They are
 # installed, and a test compiles each of them alone.
 set(UTILITY_PUBLIC_HEADERS
   CodeTrans/STLCodeTrans.h
@@ -17,6 +17,7 @@ set(UTILITY_PUBLIC_HEADERS
   CodeTrans/Tables/CodeTable.h
   Utility/Global.h
   Utility/MemoryExt.h
+  Utility/TextKit.h
   Utility/Utility.h
   Utility/UtilityExport.h
   Utility/global_linux.h
@@ -69,4 +70,6 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/StringToolkit/TokenReader.h
   Utility/StringToolkit/Trimming.h
   Utility/StringToolkit/WordPosition.h
+  Utility/TextKit/Encodings.h
+  Utility/TextKit/Pages.h
 )

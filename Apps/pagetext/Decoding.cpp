@@ -1,16 +1,12 @@
 #include "Decoding.h"
 
-#include <STLCodeTrans.h>
-
 #include <algorithm>
 #include <cctype>
-#include <cstdint>
+#include <string>
 
 namespace pagetext {
 
 namespace {
-
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 unsigned char ByteAt(std::string_view bytes, std::size_t pos) {
     return pos < bytes.size() ? static_cast<unsigned char>(bytes[pos]) : 0;
@@ -30,29 +26,22 @@ bool LooksLikeUtf16Be(std::string_view bytes) {
     return pairs >= 2 && ascii_pairs * 4 >= pairs * 3;
 }
 
-Encoding FromMark(std::string_view bytes) {
+// What the library does not decode, and so does not detect.
+Encoding FromForeignMark(std::string_view bytes) {
     using namespace std::string_view_literals;
-    if (StartsWith(bytes, kUtf8Mark)) return Encoding::kUtf8;
     if (StartsWith(bytes, "\xFF\xFE\0\0"sv) || StartsWith(bytes, "\0\0\xFE\xFF"sv)) return Encoding::kUtf32;
-    if (StartsWith(bytes, "\xFF\xFE"sv)) return Encoding::kUtf16Le;
     if (StartsWith(bytes, "\xFE\xFF"sv) || LooksLikeUtf16Be(bytes)) return Encoding::kUtf16Be;
     return Encoding::kUnknown;
 }
 
-Encoding FromDetector(std::string_view bytes) {
-    switch (CodeTrans_CodeDetect(bytes.data(), bytes.size())) {
-        case ENCODE_UTF8:
-            return Encoding::kUtf8;
-        case ENCODE_GBK:
-            return Encoding::kGbk;
-        case ENCODE_BIG5:
-            return Encoding::kBig5;
-        case ENCODE_UNICODE:
-            return Encoding::kUtf16Le;
-        default:
-            return Encoding::kUnknown;
-    }
-}
+// What the library detects and decodes.
+constexpr struct {
+    Encoding page;
+    textkit::Encoding text;
+} kSupported[] = {{Encoding::kUtf8, textkit::Encoding::kUtf8},
+                  {Encoding::kGbk, textkit::Encoding::kGbk},
+                  {Encoding::kBig5, textkit::Encoding::kBig5},
+                  {Encoding::kUtf16Le, textkit::Encoding::kUtf16Le}};
 
 Encoding FromLabel(std::string_view label) {
     struct Label {
@@ -112,122 +101,12 @@ Encoding CheckUtf16(std::string_view bytes) {
     return high_first > high_second + pairs / 4 ? Encoding::kUtf16Be : Encoding::kUtf16Le;
 }
 
-void Replace(Decoded& out) {
-    out.text += kReplacement;
-    ++out.replaced;
-}
-
-// Whether the bytes at `pos` are a four-byte character of GB18030.
-bool IsFourByteGb18030(std::string_view bytes, std::size_t pos) {
-    const auto lead = [&](std::size_t i) {
-        return ByteAt(bytes, pos + i) >= 0x81 && ByteAt(bytes, pos + i) <= 0xFE;
-    };
-    const auto digit = [&](std::size_t i) {
-        return ByteAt(bytes, pos + i) >= '0' && ByteAt(bytes, pos + i) <= '9';
-    };
-    return lead(0) && digit(1) && lead(2) && digit(3);
-}
-
-// Converts a run of ASCII bytes and of lead bytes with a possible trail byte. Only here does the code map decide which
-// pairs have a character: an ASCII trail byte of a pair without one is text again.
-void DecodeRun(int code, std::string_view run, Decoded& out) {
-    std::string units(run.size() * 2, '\0');
-    unsigned long length = units.size();
-    GBKBig5_ToUnicode(code, run.data(), run.size(), units.data(), length);
-    std::size_t byte_pos = 0;
-    for (std::size_t unit_pos = 0; unit_pos < length; unit_pos += 2) {
-        const unsigned unit = ByteAt(units, unit_pos) | static_cast<unsigned>(ByteAt(units, unit_pos + 1))
-                                                            << 8;
-        const bool pair = ByteAt(run, byte_pos) >= 0x80;
-        if (pair && unit == 0) {
-            Replace(out);
-            const char trail = run[byte_pos + 1];
-            if (static_cast<unsigned char>(trail) < 0x80) out.text += trail;
-        } else {
-            AppendCodePoint(out.text, unit);
-        }
-        byte_pos += pair ? 2 : 1;
-    }
-}
-
-Decoded DecodeDoubleByte(int code, std::string_view bytes) {
-    Decoded out;
-    out.text.reserve(bytes.size() + bytes.size() / 2);
-    std::size_t run_start = 0, pos = 0;
-    const auto end_run = [&](std::size_t skipped) {
-        DecodeRun(code, bytes.substr(run_start, pos - run_start), out);
-        pos += skipped;
-        run_start = pos;
-    };
-    while (pos < bytes.size()) {
-        const unsigned char byte = ByteAt(bytes, pos), trail = ByteAt(bytes, pos + 1);
-        if (byte < 0x80) {
-            ++pos;
-        } else if (byte >= 0x81 && byte <= 0xFE && trail >= 0x40 && trail <= 0xFE && trail != 0x7F) {
-            pos += 2;
-        } else if (code == ENCODE_GBK && byte == 0x80) {
-            end_run(1);
-            out.text += "€";
-        } else if (code == ENCODE_GBK && IsFourByteGb18030(bytes, pos)) {
-            end_run(4);
-            Replace(out);
-            ++out.gb18030_four;
-        } else {
-            end_run(1);
-            Replace(out);
-        }
-    }
-    end_run(0);
-    return out;
-}
-
-Decoded DecodeUtf8(std::string_view bytes) {
-    Decoded out;
-    if (StartsWith(bytes, kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
-    out.text.reserve(bytes.size());
-    while (!bytes.empty()) {
-        std::size_t valid = 0;
-        for (std::size_t step = 1; step != 0; valid += step) step = Utf8SequenceLength(bytes.substr(valid));
-        out.text += bytes.substr(0, valid);
-        bytes.remove_prefix(valid);
-        if (bytes.empty()) break;
-        // One mark for the longest start of a sequence that could have gone on.
-        std::size_t bad = 1;
-        std::string start(bytes.substr(0, 1));
-        while (bad < bytes.size() && bad < 4 && (ByteAt(bytes, bad) & 0xC0) == 0x80) {
-            start += bytes[bad];
-            std::string completed = start;
-            completed.resize(bytes[0] < '\xF0' ? 3 : 4, '\x80');
-            if (start.size() >= completed.size() || Utf8SequenceLength(completed) == 0) break;
-            ++bad;
-        }
-        Replace(out);
-        bytes.remove_prefix(bad);
-    }
-    return out;
-}
-
-Decoded DecodeUtf16Le(std::string_view bytes) {
-    Decoded out;
-    if (StartsWith(bytes, "\xFF\xFE")) bytes.remove_prefix(2);
-    const auto unit_at = [&](std::size_t pos) {
-        return ByteAt(bytes, pos) | static_cast<unsigned>(ByteAt(bytes, pos + 1)) << 8;
-    };
-    std::size_t pos = 0;
-    for (; pos + 1 < bytes.size(); pos += 2) {
-        const unsigned unit = unit_at(pos);
-        const unsigned next = pos + 3 < bytes.size() ? unit_at(pos + 2) : 0;
-        if ((unit & 0xF800) != 0xD800) {
-            AppendCodePoint(out.text, unit);
-        } else if (unit < 0xDC00 && (next & 0xFC00) == 0xDC00) {
-            AppendCodePoint(out.text, 0x10000 + ((unit & 0x3FFu) << 10 | (next & 0x3FFu)));
-            pos += 2;
-        } else {
-            Replace(out);
-        }
-    }
-    if (pos < bytes.size()) Replace(out);
-    return out;
+Encoding FromDetector(std::string_view bytes, const textkit::CodeMaps& maps) {
+    const textkit::Detection detected = textkit::Detect(bytes, maps);
+    if (detected.encoding == textkit::Encoding::kUtf16Le && detected.confidence < 1) return CheckUtf16(bytes);
+    for (const auto& [page, text] : kSupported)
+        if (text == detected.encoding) return page;
+    return Encoding::kUnknown;
 }
 
 }  // namespace
@@ -258,89 +137,21 @@ bool IsSupported(Encoding encoding) {
     return encoding != Encoding::kUtf16Be && encoding != Encoding::kUtf32;
 }
 
-Encoding DetectEncoding(std::string_view bytes) {
-    const Encoding marked = FromMark(bytes);
-    if (marked != Encoding::kUnknown) return marked;
+Encoding DetectEncoding(std::string_view bytes, const textkit::CodeMaps& maps) {
+    const Encoding foreign = FromForeignMark(bytes);
+    if (foreign != Encoding::kUnknown) return foreign;
     const bool ascii =
         std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<signed char>(c) > 0; });
     if (ascii) return Encoding::kAscii;
-    Encoding detected = FromDetector(bytes);
-    if (detected == Encoding::kUtf16Le) detected = CheckUtf16(bytes);
+    const Encoding detected = FromDetector(bytes, maps);
     return detected != Encoding::kUnknown ? detected : FromDeclaration(bytes);
 }
 
-Decoded Decode(std::string_view bytes, Encoding encoding) {
-    switch (encoding) {
-        case Encoding::kBig5:
-            return DecodeDoubleByte(ENCODE_BIG5, bytes);
-        case Encoding::kGbk:
-            return DecodeDoubleByte(ENCODE_GBK, bytes);
-        case Encoding::kUtf16Le:
-            return DecodeUtf16Le(bytes);
-        case Encoding::kUnknown:
-            if (!IsValidUtf8(bytes)) return DecodeDoubleByte(ENCODE_GBK, bytes);
-            [[fallthrough]];
-        default:
-            return DecodeUtf8(bytes);
-    }
-}
-
-std::size_t Utf8SequenceLength(std::string_view text) {
-    const unsigned char lead = ByteAt(text, 0), second = ByteAt(text, 1);
-    if (text.empty()) return 0;
-    if (lead < 0x80) return 1;
-    if (lead < 0xC2 || lead > 0xF4) return 0;
-    const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    if (text.size() < length) return 0;
-    // Overlong forms, surrogates and values beyond U+10FFFF show in the second byte.
-    const unsigned char lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    const unsigned char highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    if (second < lowest || second > highest) return 0;
-    for (std::size_t i = 2; i < length; ++i) {
-        if ((ByteAt(text, i) & 0xC0) != 0x80) return 0;
-    }
-    return length;
-}
-
-bool IsValidUtf8(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const std::size_t length = Utf8SequenceLength(bytes);
-        if (length == 0) return false;
-        bytes.remove_prefix(length);
-    }
-    return true;
-}
-
-std::string EncodeGbk(std::string_view utf8_text, std::size_t& references) {
-    std::string gbk;
-    gbk.reserve(utf8_text.size());
-    while (!utf8_text.empty()) {
-        const std::size_t length = std::max<std::size_t>(Utf8SequenceLength(utf8_text), 1);
-        unsigned long code_point =
-            length == 1 ? ByteAt(utf8_text, 0) : ByteAt(utf8_text, 0) & (0x7Fu >> length);
-        for (std::size_t i = 1; i < length; ++i)
-            code_point = code_point << 6 | (ByteAt(utf8_text, i) & 0x3Fu);
-        utf8_text.remove_prefix(length);
-        const unsigned code = code_point <= 0xFFFF ? CodeTable[code_point] : 0;
-        if (code > 0xFF) gbk += static_cast<char>(code >> 8);
-        if (code != 0 || code_point == 0) {
-            gbk += static_cast<char>(code & 0xFF);
-        } else {
-            gbk += "&#" + std::to_string(code_point) + ";";
-            ++references;
-        }
-    }
-    return gbk;
-}
-
-void AppendCodePoint(std::string& utf8_text, unsigned long code_point) {
-    if (code_point < 0x80) {
-        utf8_text += static_cast<char>(code_point);
-        return;
-    }
-    unsigned char bytes[6];
-    const int length = unicode_to_utf8_one(code_point, bytes, sizeof bytes);
-    utf8_text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+textkit::Decoded Decode(std::string_view bytes, Encoding encoding, const textkit::CodeMaps& maps) {
+    for (const auto& [page, text] : kSupported)
+        if (page == encoding) return textkit::Decode(bytes, text, maps);
+    const bool utf8 = encoding == Encoding::kAscii || textkit::IsValidUtf8(bytes);
+    return textkit::Decode(bytes, utf8 ? textkit::Encoding::kUtf8 : textkit::Encoding::kGbk, maps);
 }
 
 }  // namespace pagetext

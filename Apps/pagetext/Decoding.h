@@ -1,10 +1,10 @@
 #ifndef PAGETEXT_DECODING_H
 #define PAGETEXT_DECODING_H
 
-// From the bytes of a page to UTF-8 text.
+// From the bytes of a page to UTF-8 text: what a page knows of its encoding beyond its bytes.
 
-#include <cstddef>
-#include <string>
+#include <TextKit.h>
+
 #include <string_view>
 
 namespace pagetext {
@@ -15,35 +15,14 @@ enum class Encoding { kUnknown, kAscii, kUtf8, kGbk, kBig5, kUtf16Le, kUtf16Be, 
 const char* NameOf(Encoding encoding);
 
 // The encoding of a page: a byte-order mark first, then the detector, then a charset that the page declares where the
-// detector is undecided. Pages without any byte above 7F are ASCII. Needs the loaded code maps.
-Encoding DetectEncoding(std::string_view bytes);
-
-struct Decoded {
-    std::string text;              // valid UTF-8 without a byte-order mark; NUL bytes of the page stay NUL
-    std::size_t replaced = 0;      // how often U+FFFD stands for what has no character
-    std::size_t gb18030_four = 0;  // how many of those are four-byte characters of GB18030
-};
+// detector is undecided. Pages without any byte above 7F are ASCII.
+Encoding DetectEncoding(std::string_view bytes, const textkit::CodeMaps& maps = {});
 
 // Whether Decode knows the encoding; kUtf16Be and kUtf32 are recognised, but not decoded.
 bool IsSupported(Encoding encoding);
 
-// Decodes a page. Malformed bytes give U+FFFD each, by the practice of the Encoding Standard: an ASCII byte behind a
-// lead byte that it does not belong to stays text. kUnknown is read as UTF-8 where the bytes are valid UTF-8, else as
-// GBK. One pass.
-Decoded Decode(std::string_view bytes, Encoding encoding);
-
-bool IsValidUtf8(std::string_view bytes);
-
-// Length in bytes of the well-formed UTF-8 sequence at the start of `text`; 0 where there is none.
-std::size_t Utf8SequenceLength(std::string_view text);
-
-// Text as GBK; what GBK lacks becomes a decimal reference, "&#169;", and is counted in `references`.
-std::string EncodeGbk(std::string_view utf8_text, std::size_t& references);
-
-void AppendCodePoint(std::string& utf8_text, unsigned long code_point);
-
-// What stands in a text for a character that could not be read, U+FFFD.
-inline constexpr char kReplacement[] = "\xEF\xBF\xBD";
+// Decodes a page. kUnknown is read as UTF-8 where the bytes are valid UTF-8, else as GBK.
+textkit::Decoded Decode(std::string_view bytes, Encoding encoding, const textkit::CodeMaps& maps = {});
 
 }  // namespace pagetext
 

@@ -1,7 +1,7 @@
 // pagetext: pages of unknown encoding in, clean text out.
 
 #include <Global.h>
-#include <STLCodeTrans.h>
+#include <TextKit.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -11,13 +11,12 @@
 #include <map>
 #include <new>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "DataFile.h"
 #include "Decoding.h"
 #include "Input.h"
-#include "Markup.h"
 #include "Splitting.h"
 
 namespace {
@@ -64,7 +63,8 @@ private:
 
 class Program {
 public:
-    explicit Program(Options options) : options_(std::move(options)), progress_(options_.files.size()) {}
+    Program(Options options, const textkit::CodeMaps& maps)
+        : options_(std::move(options)), maps_(maps), progress_(options_.files.size()) {}
 
     int Run() {
         for (std::size_t i = 0; i < options_.files.size(); ++i) {
@@ -99,7 +99,7 @@ private:
             return;
         }
         const Encoding encoding =
-            options_.from == Encoding::kUnknown ? pagetext::DetectEncoding(bytes) : options_.from;
+            options_.from == Encoding::kUnknown ? pagetext::DetectEncoding(bytes, maps_) : options_.from;
         if (options_.form == Form::kEncoding) {
             progress_.Clear();
             std::cout << NamePrefix(name) << pagetext::NameOf(encoding) << '\n';
@@ -109,12 +109,12 @@ private:
             Complain(name, std::string(pagetext::NameOf(encoding)) + " is not supported");
             return;
         }
-        pagetext::Decoded page = pagetext::Decode(bytes, encoding);
-        if (page.gb18030_four > 0) {
+        textkit::Decoded page = pagetext::Decode(bytes, encoding, maps_);
+        if (page.gb18030_four_byte > 0) {
             Complain(name, "four-byte characters of GB18030 are not supported; " +
-                               std::to_string(page.gb18030_four) + " written as U+FFFD");
+                               std::to_string(page.gb18030_four_byte) + " written as U+FFFD");
         }
-        if (!options_.plain) page.text = pagetext::MarkupToText(page.text);
+        if (!options_.plain) page.text = textkit::PageText(page.text);
         progress_.Clear();
         Write(name, encoding, page);
     }
@@ -124,7 +124,7 @@ private:
         return options_.files.size() > 1 ? Printable(name) + ": " : "";
     }
 
-    void Write(const std::string& name, Encoding encoding, const pagetext::Decoded& page) {
+    void Write(const std::string& name, Encoding encoding, const textkit::Decoded& page) {
         switch (options_.form) {
             case Form::kSentences:
                 for (const auto sentence : pagetext::Sentences(page.text)) WriteLine(sentence);
@@ -145,9 +145,9 @@ private:
     }
 
     void WriteText(std::string_view text) {
-        std::size_t references = 0;
         if (options_.to_gbk) {
-            std::cout << pagetext::EncodeGbk(text, references);
+            constexpr auto kReferences = textkit::Unmappable::kNumericReference;
+            std::cout << textkit::Encode(text, textkit::Encoding::kGbk, kReferences, maps_).bytes;
         } else {
             std::cout << text;
         }
@@ -158,7 +158,7 @@ private:
         std::cout << '\n';
     }
 
-    void WriteJson(const std::string& name, Encoding encoding, const pagetext::Decoded& page) {
+    void WriteJson(const std::string& name, Encoding encoding, const textkit::Decoded& page) {
         nlohmann::ordered_json object;
         object["name"] = pagetext::Decode(name, Encoding::kUnknown).text;
         object["encoding"] = pagetext::NameOf(encoding);
@@ -170,6 +170,7 @@ private:
     }
 
     Options options_;
+    textkit::CodeMaps maps_;
     Progress progress_;
     bool failed_ = false;
 };
@@ -189,8 +190,7 @@ void Declare(CLI::App& app, Options& options, std::string& from, std::string& to
         "Nothing of a page is lost silently: bytes without a character become U+FFFD, and with --to gbk characters\n"
         "that GBK lacks become references such as &#169;.\n"
         "Exit status: 0; 1 when a page could not be read or not be converted whole (the others are written all the\n"
-        "same); 2 for wrong arguments.\n"
-        "The code maps are looked for at --data, $UTILITY_CODEMAPS, beside the program and where they were installed.");
+        "same); 2 for wrong arguments.");
     // clang-format on
     app.set_version_flag("--version", "pagetext " PAGETEXT_VERSION);
     app.add_option("FILE", options.files, "Pages to read; \"-\", or none, is standard input");
@@ -215,7 +215,10 @@ void Declare(CLI::App& app, Options& options, std::string& from, std::string& to
     form("--json", Form::kJson, "One JSON object a page: name, encoding, text, sentences, emails, replaced")
         ->excludes(to_option);
     forms->require_option(0, 1);
-    app.add_option("--data", options.data_file, "Path of codemaps.dat");
+    app.add_option("--data", options.data_file,
+                   "Code maps to use instead of the built-in ones: path of a codemaps.dat")
+        ->take_last()
+        ->required(PAGETEXT_NEEDS_DATA);
 }
 
 }  // namespace
@@ -239,15 +242,16 @@ int main(int argc, char** argv) {
     options.from = EncodingNames().at(from);
     options.to_gbk = to == "gbk";
     if (options.files.empty()) options.files.emplace_back("-");
-    if (options.data_file.empty()) options.data_file = pagetext::FindDataFile(argv[0]);
 
     g_bLog = false;
-    if (CodeTrans_Initialize(options.data_file.c_str()) != 0) {
-        std::cerr << "pagetext: " << (options.data_file.empty() ? "codemaps.dat" : options.data_file)
-                  << ": no code maps there (see --data)\n";
-        return 1;
+    textkit::CodeMaps maps;
+    if (!options.data_file.empty()) {
+        const std::optional<textkit::CodeMaps> loaded = textkit::CodeMaps::Load(options.data_file);
+        if (!loaded) {
+            std::cerr << "pagetext: " << options.data_file << ": no code maps there\n";
+            return 1;
+        }
+        maps = *loaded;
     }
-    const int status = Program(std::move(options)).Run();
-    CodeTrans_Destroy();
-    return status;
+    return Program(std::move(options), maps).Run();
 }

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "Decoding.h"
-
 namespace pagetext {
 
 namespace {
@@ -17,8 +15,10 @@ constexpr std::string_view kClosers = "”’」』）】》〉〕\"')]";
 constexpr std::string_view kChinesePunctuation =
     "　、。·—～…‘’“”〔〕〈〉《》「」『』〖〗【】！＂＇（），．：；＜＞？［］｛｝｜";
 
+// The first character; the text is well-formed.
 std::string_view Character(std::string_view text) {
-    return text.substr(0, std::max<std::size_t>(Utf8SequenceLength(text), 1));
+    const unsigned char lead = text.empty() ? 0 : static_cast<unsigned char>(text[0]);
+    return text.substr(0, lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4);
 }
 
 bool IsIn(std::string_view list, std::string_view character) {

@@ -1,5 +1,6 @@
 // pagetext as its users start it.
 
+#include <TextKit.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -7,7 +8,6 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "Decoding.h"
 #include "Support/TestSupport.h"
 
 namespace {
@@ -18,8 +18,8 @@ struct Outcome {
 };
 
 Outcome PageText(const std::string& arguments, const std::string& folder = ".") {
-    const std::string command = "cd " + folder + " && " + PAGETEXT_PROGRAM + " --data " +
-                                UTILITY_TEST_DATA_FILE + " " + arguments + " 2>&1";
+    const std::string command =
+        "cd " + folder + " && " + PAGETEXT_PROGRAM " " PAGETEXT_ARGUMENTS " " + arguments + " 2>&1";
     std::FILE* pipe = popen(command.c_str(), "r");
     Outcome outcome{-1, {}};
     if (pipe == nullptr) return outcome;
@@ -102,8 +102,9 @@ TEST(ProgramTest, ReadsStandardInputAndWritesGbk) {
     const Outcome gbk = PageText("--to gbk < " + Page("article-utf8.html"));
     EXPECT_EQ(gbk.status, 0);
     EXPECT_NE(gbk.output.find("&#127838;"), std::string::npos);
-    std::size_t references = 0;
-    EXPECT_NE(gbk.output.find(pagetext::EncodeGbk("为什么面包会变硬", references)), std::string::npos);
+    const textkit::Encoded title = textkit::Encode("为什么面包会变硬", textkit::Encoding::kGbk);
+    EXPECT_NE(gbk.output.find(title.bytes), std::string::npos);
+    EXPECT_EQ(PageText("--data /dev/null < /dev/null").status, 1);
     EXPECT_EQ(PageText("--sentences --json < /dev/null").status, 2);
     EXPECT_EQ(PageText("--json --to gbk < /dev/null").status, 2);
     EXPECT_EQ(PageText("--help").status, 0);

@@ -122,6 +122,19 @@ void WriteDataFile(const std::filesystem::path& path, const DataFile& data) {
     if (!out) throw std::runtime_error(path.string() + ": cannot be written");
 }
 
+void PrintSource(std::ostream& out, const DataFile& data) {
+    out << "// Made of codemaps.dat by `codemaps embed`; do not edit.\n\n"
+           "constexpr std::uint16_t kEmbeddedBig5Map[kMapEntries] = {\n";
+    for (std::size_t i = 0; i < data.big5.size(); ++i) out << data.big5[i] << (i % 16 == 15 ? ",\n" : ",");
+    out << "};\n\nconst _tTrieNode kEmbeddedStates[] = {\n";
+    std::size_t index = 0;
+    for (const _tTrieNode& record : data.records) {
+        out << '{' << record.nBase << ',' << record.nCheck << ',' << record.nFail << ',' << record.nValue
+            << (++index % 4 == 0 ? "},\n" : "},");
+    }
+    out << "};\n";
+}
+
 void PrintDataFile(std::ostream& out, const DataFile& data) {
     WriteGrid(out, "# GBK map\n", GridFromMap(data.gbk));
     WriteGrid(out, "# Big5 map\n", GridFromMap(data.big5));

@@ -31,6 +31,9 @@ CodeToUnicode GridFromMap(const CodeMap& map);
 DataFile ReadDataFile(const std::filesystem::path& path);
 void WriteDataFile(const std::filesystem::path& path, const DataFile& data);
 
+// C++ source of the Big5 map and of the automaton, for the library that has them compiled in.
+void PrintSource(std::ostream& out, const DataFile& data);
+
 // Both maps as grids, then one line a state of the automaton.
 void PrintDataFile(std::ostream& out, const DataFile& data);
 

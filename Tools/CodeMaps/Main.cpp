@@ -2,6 +2,7 @@
 //
 //     codemaps build GBK_GRID BIG5_GRID PATTERNS OUT    compiles the readable files of Data/; checks what it wrote
 //     codemaps print FILE                               any data file back in readable form, on standard output
+//     codemaps embed FILE                               the same as C++ source, on standard output
 //     codemaps check FILE                               one line a fault, exit status 1 if there is any
 
 #include <exception>
@@ -42,12 +43,14 @@ int main(int argc, char** argv) try {
     const std::string command = argc > 1 ? argv[1] : "";
     if (command == "build" && argc == 6) return Build(argv + 2);
     if (command == "check" && argc == 3) return Check(argv[2]);
-    if (command == "print" && argc == 3) {
-        tools::PrintDataFile(std::cout, tools::ReadDataFile(argv[2]));
+    if ((command == "print" || command == "embed") && argc == 3) {
+        const auto print = command == "print" ? tools::PrintDataFile : tools::PrintSource;
+        print(std::cout, tools::ReadDataFile(argv[2]));
         std::cout.flush();
         return std::cout.good() ? 0 : 1;
     }
-    std::cerr << "usage: codemaps build GBK_GRID BIG5_GRID PATTERNS OUT | print FILE | check FILE\n";
+    std::cerr
+        << "usage: codemaps build GBK_GRID BIG5_GRID PATTERNS OUT | print FILE | embed FILE | check FILE\n";
     return 2;
 } catch (const std::exception& error) {
     std::cerr << "codemaps: " << error.what() << '\n';

@@ -104,17 +104,21 @@ bool RepairFailureLinks(_tTrieNode* states, std::size_t count) {
 
 }  // namespace
 
+int LoadTables(const char* path, LoadedTables& tables) {
+    const LoadResult result = ReadTables(path, tables);
+    if (result != kLoaded) return result;
+    return RepairFailureLinks(tables.states.get(), tables.state_count) ? kLoaded : kNoMemory;
+}
+
 }  // namespace utility::internal
 
 int CodeTrans_Initialize(const char* path) {
     using namespace utility::internal;
     CodeTrans_Destroy();
     LoadedTables tables;
-    const LoadResult result = ReadTables(path, tables);
-    if (result != kLoaded) return result;
-    if (!RepairFailureLinks(tables.states.get(), tables.state_count)) return kNoMemory;
-    g_tables = std::move(tables);
-    return kLoaded;
+    const int result = LoadTables(path, tables);
+    if (result == kLoaded) g_tables = std::move(tables);
+    return result;
 }
 
 void CodeTrans_Destroy() {

@@ -1,14 +1,16 @@
 #include "CodeTrans/CodeMaps/Detection.h"
 
+#include <algorithm>
 #include <cstdint>
 
+#include "CodeTrans/CodeMaps/DetectionCore.h"
 #include "CodeTrans/CodeMaps/EncodingCodes.h"
 #include "CodeTrans/CodeMaps/LoadedTables.h"
 #include "Internal/Bytes.h"
 
-namespace {
+namespace utility::internal {
 
-using namespace utility::internal;
+namespace {
 
 // What the states of a text add up to. 64 bits hold it for any length.
 struct Tally {
@@ -48,25 +50,37 @@ int Decide(const Tally& tally) {
     return verdict;
 }
 
+// Points between the verdict and the best of the others.
+DetectionResult WithLead(const Tally& tally, int verdict) {
+    const std::size_t winner = verdict == ENCODE_GBK    ? kGbkChannel
+                               : verdict == ENCODE_BIG5 ? kBig5Channel
+                               : verdict == ENCODE_UTF8 ? kUtf8Channel
+                                                        : kUnicodeChannel;
+    std::int64_t next = 0;
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        if (channel != winner) next = std::max(next, tally.sum[channel]);
+    return {verdict, false,
+            verdict == ENCODE_UNKNOWN ? 0 : std::max<std::int64_t>(tally.sum[winner] - next, 0)};
+}
+
 }  // namespace
 
-int CodeTrans_CodeDetect(const char* text, unsigned long length) {
-    if (g_tables.states == nullptr) return ENCODE_UNKNOWN;
-    const _tTrieNode* const states = g_tables.states.get();
-    const std::size_t count = g_tables.state_count;
+DetectionResult DetectEncoding(const DetectionTable& table, const char* text, std::size_t length) {
+    if (table.states == nullptr) return {};
+    const _tTrieNode* const states = table.states;
     Tally tally;
     for (std::size_t pos = 0; pos < length; ++pos) tally.high_bytes += !IsAscii(ToByte(text[pos]));
-    if (count == 0) return Decide(tally);
+    if (table.count == 0) return WithLead(tally, Decide(tally));
 
     std::size_t state = 0;
     for (std::size_t pos = 0; pos < length;) {
         // As a signed sum: a negative nBase may lead back into the table.
         const auto next = static_cast<std::size_t>(std::ptrdiff_t{states[state].nBase} + ToByte(text[pos]));
-        if (next < count && static_cast<std::size_t>(states[next].nCheck) == state) {
+        if (next < table.count && static_cast<std::size_t>(states[next].nCheck) == state) {
             state = next;
             const std::int32_t value = states[next].nValue;
             if (value != kNeutralValue) {
-                if (VerdictOf(value) != 0) return VerdictOf(value);
+                if (VerdictOf(value) != 0) return {VerdictOf(value), true, 0};
                 tally.Add(value);
             }
             ++pos;
@@ -76,5 +90,12 @@ int CodeTrans_CodeDetect(const char* text, unsigned long length) {
             ++pos;
         }
     }
-    return Decide(tally);
+    return WithLead(tally, Decide(tally));
+}
+
+}  // namespace utility::internal
+
+int CodeTrans_CodeDetect(const char* text, unsigned long length) {
+    using namespace utility::internal;
+    return DetectEncoding({g_tables.states.get(), g_tables.state_count}, text, length).encoding;
 }

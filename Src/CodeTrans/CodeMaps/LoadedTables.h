@@ -1,7 +1,8 @@
 #ifndef UTILITY_CODETRANS_LOADEDTABLES_H
 #define UTILITY_CODETRANS_LOADEDTABLES_H
 
-// The tables of the data file last loaded. Only CodeMaps.cpp writes them.
+// The tables of a data file, and those of the file that CodeTrans_Initialize loaded last. Only CodeMaps.cpp writes the
+// latter.
 
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +21,10 @@ struct LoadedTables {
     std::size_t state_count = 0;
 };
 extern LoadedTables g_tables;
+
+// Reads the file at `path` into `tables`. Returns 0 or one of the negative codes of CodeTrans_Initialize; `tables` may then
+// be filled in part.
+int LoadTables(const char* path, LoadedTables& tables);
 
 }  // namespace utility::internal
 
