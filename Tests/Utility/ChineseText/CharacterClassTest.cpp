@@ -1,11 +1,6 @@
 #include "Utility/ChineseText/CharacterClass.h"
 
-#include <algorithm>
 #include <cctype>
-#include <cstring>
-#include <regex>
-#include <string>
-#include <tuple>
 
 #include "Support/TestSupport.h"
 #include "Utility/ChineseText/CharacterStepping.h"
@@ -44,9 +39,8 @@ TEST(CharacterClassTest, ClassifiersAgreeWithRegularExpressions) {
         for (std::size_t rest = code, i = 0; i < 3; rest /= 21, ++i) text += alphabet.substr(rest % 21, 1);
         std::wstring wide;
         for (const char c : text) wide += static_cast<unsigned char>(c);
-        for (const auto& [test, pattern] : rows) {
+        for (const auto& [test, pattern] : rows)
             ASSERT_EQ(test(Unsigned(text)), std::regex_match(wide, pattern)) << Hex(text);
-        }
     }
     std::string lone = test_support::Bytes("\xB0\0\xB0\xA1");  // nothing behind the NUL is looked at
     EXPECT_EQ(GetCCPrefix(Unsigned(lone)), 2u);
@@ -66,8 +60,9 @@ TEST(CharacterClassTest, SingleByteTestCountsBytes) {
 TEST(CharacterClassTest, DelimitersAreAsciiPunctuationAndTwoSymbolRows) {
     for (int byte = 1; byte < 256; ++byte) {
         const std::string one(1, static_cast<char>(byte));
-        const bool listed = byte < 128 && (std::ispunct(byte) ? !std::strchr("!\\`|", byte)
-                                                              : std::strchr("\t\r\n ", byte) != nullptr);
+        const char* const odd_ones =
+            std::ispunct(byte) ? "!\\`|" : "\t\r\n ";  // marks that are none, blanks that are
+        const bool listed = byte < 128 && !std::ispunct(byte) == (std::strchr(odd_ones, byte) != nullptr);
         EXPECT_EQ(IsDelimiter(one.c_str()), listed) << byte;
         EXPECT_EQ(IsDelimiter((one + ",").c_str()), byte == 0xA1 || byte == 0xA3) << byte;
         EXPECT_FALSE(IsDelimiter((one + ",,").c_str())) << byte;
@@ -130,14 +125,14 @@ TEST(CharacterSteppingTest, CharactersAreCountedByEncoding) {
 }
 
 TEST(EnglishTextTest, JudgesTwelveBytes) {
-    for (const char* const text : {"a", "a1", "z\xA1z\xB1", "aaaaa22222", "zzz\xC4zzzzzzzzzzzzzzzzzzz"}) {
-        EXPECT_TRUE(IsEnglishText(text)) << Hex(text);  // in the last, C4 lies between two samples
-    }
-    for (const char* const text : {"", "1", "1a1", "a\xC4", "z\xC4zzzzzzzzzzzzzzzzzzzzz",
-                                   "zzzzzzzzzzzzzzzzzzzzz\xC4z", "zzzzzz\xC4zzzzz", "aaaa222222"}) {
-        EXPECT_FALSE(IsEnglishText(text)) << Hex(text);
-    }
-    EXPECT_FALSE(IsEnglishText(nullptr));
+    // In the last, C4 lies between two samples.
+    for (const std::string& text :
+         test_support::Words("a a1 z\xA1z\xB1 aaaaa22222 zzz\xC4zzzzzzzzzzzzzzzzzzz"))
+        EXPECT_TRUE(IsEnglishText(text.c_str())) << Hex(text);
+    for (const std::string& text : test_support::Words(
+             "1 1a1 a\xC4 z\xC4zzzzzzzzzzzzzzzzzzzzz zzzzzzzzzzzzzzzzzzzzz\xC4z zzzzzz\xC4zzzzz aaaa222222"))
+        EXPECT_FALSE(IsEnglishText(text.c_str())) << Hex(text);
+    EXPECT_FALSE(IsEnglishText(nullptr) || IsEnglishText(""));
 }
 
 TEST(Gb2312GridTest, WritesAscendingCodes) {

@@ -1,7 +1,5 @@
 #include "Utility/Extraction/EmailExtraction.h"
 
-#include <regex>
-
 #include "Support/TestSupport.h"
 
 namespace {

@@ -1,23 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <climits>
-#include <iterator>
-#include <random>
-#include <tuple>
-
 #include "MemoryExt.h"
-#include "Support/StreamSupport.h"
 #include "Support/TestSupport.h"
 #include "Utility.h"
 
 namespace {
 
-using test_support::Bytes;
-using test_support::BytesIn;
-using test_support::Hex;
-using test_support::Stream;
-using test_support::StreamOf;
+using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream,
+    test_support::StreamOf;
 using Values = std::vector<int>;
 using Sizes = std::vector<unsigned long>;
 __extension__ using Wide = unsigned __int128;  // for sums that cannot wrap
