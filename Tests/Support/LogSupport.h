@@ -17,9 +17,8 @@ protected:
     // none.
     std::string Logged(const char* extension) const {
         std::string log;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
             if (entry.path().extension() == extension) log += ReadFileBytes(entry.path());
-        }
         return std::regex_replace(log, std::regex("\\[[-: 0-9]*\\]\t"), "[]");
     }
 

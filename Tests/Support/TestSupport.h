@@ -69,9 +69,8 @@ inline std::vector<std::string> Words(const std::string& text) {
 // Every text of at most `max_bytes` bytes over the alphabet, the empty one first.
 inline std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t max_bytes) {
     std::vector<std::string> texts = {""};
-    for (std::size_t i = 0; texts[i].size() < max_bytes; ++i) {
+    for (std::size_t i = 0; texts[i].size() < max_bytes; ++i)
         for (const char c : alphabet) texts.push_back(texts[i] + c);
-    }
     return texts;
 }
 

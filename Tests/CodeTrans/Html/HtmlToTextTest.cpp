@@ -60,9 +60,8 @@ std::string SlowText(const std::string& html, std::size_t length, std::size_t ca
         out += as;
         p = behind;
     }
-    for (const char c : out.substr(0, out.find('\0'))) {
+    for (const char c : out.substr(0, out.find('\0')))
         if (c != ' ' || (!text.empty() && text.back() != ' ')) text += c;
-    }
     return text;
 }
 

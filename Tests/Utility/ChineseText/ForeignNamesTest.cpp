@@ -1,11 +1,8 @@
-#include "Utility/ChineseText/ForeignNames.h"
-
 #include "CodeTrans/Primitives/TableRoute.h"
 #include "Internal/NameLists.h"
 #include "Support/TestSupport.h"
+#include "Utility.h"
 #include "Utility/ChineseText/CharacterLists.h"
-#include "Utility/ChineseText/DictionaryForms.h"
-#include "Utility/ChineseText/PlaceSuffixes.h"
 
 namespace {
 

@@ -1,11 +1,7 @@
-#include "Utility/ChineseText/NumberExpressions.h"
-
 #include <cctype>
 
 #include "Support/TestSupport.h"
-#include "Utility/ChineseText/CharacterClass.h"
-#include "Utility/ChineseText/DateExpressions.h"
-#include "Utility/ChineseText/WordStandard.h"
+#include "Utility.h"
 
 namespace {
 
@@ -31,12 +27,10 @@ TEST(NumberExpressionsTest, Numbers) {
         EXPECT_FALSE(IsNumber(word)) << Hex(word);
     }
     EXPECT_TRUE(IsNumber("") && IsAllNum("1.2.3", 3) && IsAllNum("3\xE7\x99x", 3));
-    for (std::string word : {"", "一二", "\xE6\x95\xE4\xB8", "\xE4\xB8分\xE4\xE4\xB8"}) {
+    for (std::string word : {"", "一二", "\xE6\x95\xE4\xB8", "\xE4\xB8分\xE4\xE4\xB8"})
         EXPECT_TRUE(IsAllChineseNum(word.data(), 0)) << word;
-    }
-    for (std::string word : {"12", "三百", "\xE4\xB8\xE6\x95", "分", "\xC8\xFD\xB0\xD9"}) {
+    for (std::string word : {"12", "三百", "\xE4\xB8\xE6\x95", "分", "\xC8\xFD\xB0\xD9"})
         EXPECT_FALSE(IsAllChineseNum(word.data(), 0)) << word;
-    }
 }
 
 // Every two-byte unit in a place where one list decides.

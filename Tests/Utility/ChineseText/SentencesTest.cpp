@@ -1,11 +1,8 @@
-#include "Utility/ChineseText/Sentences.h"
-
 #include <cctype>
 #include <cmath>
 
 #include "Support/TestSupport.h"
-#include "Utility/ChineseText/CharacterClass.h"
-#include "Utility/ChineseText/TextTidying.h"
+#include "Utility.h"
 
 namespace {
 

@@ -69,9 +69,8 @@ TEST(Serialisation, CodesIntegersInOneToFourBytes) {
 TEST(Serialisation, PutsStringsBehindTheirLengthAndIntegersInBuffers) {
     const Stream file = StreamOf();
     const std::string long_text(10'000, 'z');
-    for (const std::string& text : {std::string("abcd"), Bytes("x\0y") + long_text, long_text}) {
+    for (const std::string& text : {std::string("abcd"), Bytes("x\0y") + long_text, long_text})
         EXPECT_EQ(tstring_save(text, file.get()), text.size());
-    }
     const std::string bytes = BytesIn(file) + Bytes("\xFF\xFF\xFF\xFF") + "short";
     EXPECT_EQ(Hex(bytes.substr(0, 16)), "04 00 00 00 61 62 63 64 13 27 00 00 78 00 79 7A");
     const Stream damaged = StreamOf(bytes);

@@ -1,6 +1,5 @@
 #include "Support/LogSupport.h"
-#include "Utility/DateTime/DateFormatting.h"
-#include "Utility/DateTime/DateParsing.h"
+#include "Utility.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
 #include "Support/LogSupport.h"
-#include "Utility/Files/FileQueries.h"
-#include "Utility/Files/WordReader.h"
+#include "Utility.h"
 
 namespace {
 

@@ -73,9 +73,8 @@ TEST(MergeSelect, FindsTheFirstOfTheLongestRuns) {
         const bool balanced = sizes[0] >= sizes[1] / 10 && sizes[0] <= Wide{sizes[1]} * 10;
         EXPECT_EQ(IsBalancedValue(sizes[0], sizes[1]), balanced) << sizes[0] << ' ' << sizes[1];
         std::size_t start = 0, length = sizes.size();
-        while (!MayBeMerged({&sizes[start], &sizes[start] + length}, row % 2 == 0)) {
+        while (!MayBeMerged({&sizes[start], &sizes[start] + length}, row % 2 == 0))
             if (++start + length > sizes.size()) start = 0, --length;
-        }
         int count = -5;
         ASSERT_EQ(MergeSelect(sizes, count, row % 2 == 0), start) << testing::PrintToString(sizes);
         ASSERT_EQ(count, length) << testing::PrintToString(sizes);

@@ -3,7 +3,6 @@
 
 #include <strings.h>
 
-#include <climits>
 #include <cmath>
 #include <set>
 
@@ -88,8 +87,7 @@ TEST(StringToolkitTest, ANewTextLeavesTheOldOneAsItStands) {
     EXPECT_STREQ(reader.GetToken(first, nullptr, ","), "a");
     EXPECT_STREQ(reader.GetToken(second, nullptr, ","), "c");
     EXPECT_STREQ(reader.GetToken(nullptr, nullptr, ","), "d");
-    EXPECT_EQ(reader.GetToken(nullptr, nullptr, ","), nullptr);
-    EXPECT_TRUE(reader.m_bReachedEnd);
+    EXPECT_TRUE(reader.GetToken(nullptr, nullptr, ",") == nullptr && reader.m_bReachedEnd);
     EXPECT_EQ(Hex(Bytes(first)) + " / " + Hex(Bytes(second)), "61 00 62 / 63 2C 64");
 }
 
@@ -215,9 +213,8 @@ void CheckPrefixSearches(const Strings& table, const std::string& text) {
     matched[0] = MaxMatching(text.c_str(), entries.data(), entries.size(), &matched[1]);
     for (std::size_t n = 1; n <= text.size() && !table.empty(); ++n) {
         std::size_t shortest = 99;
-        for (const std::string& entry : table) {
+        for (const std::string& entry : table)
             if (entry.compare(0, n, text, 0, n) == 0) shortest = std::min(shortest, entry.size());
-        }
         const long found = BinaryPrefixSearch(text.c_str(), n, entries.data(), 0, entries.size() - 1);
         ASSERT_EQ(found >= 0, shortest < 99) << text;
         if (found < 0) break;
