@@ -1,17 +1,29 @@
 #ifndef UTILITY_TESTS_TESTSUPPORT_H
 #define UTILITY_TESTS_TESTSUPPORT_H
 
-// What several test programs need: bytes shown in hexadecimal, fresh folders, settings put back.
+// What several test programs need: bytes shown in hexadecimal, blocks of an exact size, fresh folders, streams with
+// known content, settings put back; and the standard headers that most of them use.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <climits>
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
+#include <random>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -36,12 +48,29 @@ std::string Bytes(const char (&literal)[N]) {
     return std::string(literal, N - 1);
 }
 
+// The bytes in a block of just their size, where AddressSanitizer sees one byte too many; Exactly(text + '\0') for a
+// text that ends with a NUL.
+inline std::vector<char> Exactly(std::string_view bytes) {
+    return {bytes.begin(), bytes.end()};
+}
+
+// The character of a double-byte encoding that has this code: one byte below 0x100, lead and trail byte above.
+inline std::string Character(unsigned code) {
+    std::string bytes(1, static_cast<char>(code & 0xFF));
+    return code > 0xFF ? static_cast<char>(code >> 8) + bytes : bytes;
+}
+
+// The words of a text, cut at white space.
+inline std::vector<std::string> Words(const std::string& text) {
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
 // Every text of at most `max_bytes` bytes over the alphabet, the empty one first.
 inline std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t max_bytes) {
     std::vector<std::string> texts = {""};
-    for (std::size_t i = 0; texts[i].size() < max_bytes; ++i) {
+    for (std::size_t i = 0; texts[i].size() < max_bytes; ++i)
         for (const char c : alphabet) texts.push_back(texts[i] + c);
-    }
     return texts;
 }
 
@@ -80,6 +109,42 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+inline Stream Open(const std::string& path, const char* mode) {
+    return Stream(std::fopen(path.c_str(), mode), std::fclose);
+}
+
+// A nameless file open for reading and writing, at its beginning.
+inline Stream StreamOf(const std::string& bytes = {}) {
+    Stream stream(std::tmpfile(), std::fclose);
+    (void)std::fwrite(bytes.data(), 1, bytes.size(), stream.get());
+    std::rewind(stream.get());
+    return stream;
+}
+
+// Everything in the file, which is at its beginning afterwards.
+inline std::string BytesIn(const Stream& stream) {
+    std::string bytes;
+    std::rewind(stream.get());
+    for (int c; (c = std::getc(stream.get())) != EOF;) bytes += static_cast<char>(c);
+    std::rewind(stream.get());
+    return bytes;
+}
+
+// What `call` writes to standard output.
+template <typename Call>
+std::string PrintedBy(Call call) {
+    testing::internal::CaptureStdout();
+    call();
+    return testing::internal::GetCapturedStdout();
+}
+
+inline void SetTimeZone(const char* zone) {
+    setenv("TZ", zone, 1);
+    tzset();
+}
 
 inline void WriteFileBytes(const std::string& path, std::string_view bytes) {
     std::ofstream out(path, std::ios::binary);

@@ -1,9 +1,5 @@
 #include "CodeTrans/Normalisation/FileNames.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "Support/TestSupport.h"
 #include "Utility/Global.h"
 
@@ -20,34 +16,31 @@ TEST(FileNamesTest, FindsTheFormThatExists) {
         EXPECT_EQ(is_gbk, name == gbk);
         return name;
     };
-    EXPECT_EQ(find(false), utf8);  // neither exists
-    EXPECT_EQ(find(true), gbk);
+    EXPECT_EQ(find(false) + find(true), utf8 + gbk);  // neither exists
     test_support::WriteFileBytes(gbk, "");
     EXPECT_EQ(find(false), gbk);
     test_support::WriteFileBytes(utf8, "");
-    EXPECT_EQ(find(false), utf8);  // both exist
-    EXPECT_EQ(find(true), utf8);
+    EXPECT_EQ(find(false) + find(true), utf8 + utf8);  // both exist
 }
 
 TEST(FileNamesTest, FixesTheDefaultDirectory) {
     const test_support::Restore restore(g_sDefaultDir);
-    const std::string working_directory = std::filesystem::current_path().string();
+    const test_support::TempFolder folder;
+    const std::string before = std::filesystem::current_path(), gbk = folder / kGbkName;
+    std::filesystem::create_directory(gbk);
     for (const char* none : {static_cast<const char*>(nullptr), ""}) {
         g_sDefaultDir = "stale";
-        EXPECT_EQ(GetDefaultPath(none), working_directory);
+        EXPECT_EQ(GetDefaultPath(none), before);
     }
-    const test_support::TempFolder folder;
-    std::filesystem::create_directory(folder / kGbkName);
-    EXPECT_EQ(GetDefaultPath((folder / kUtf8Name).c_str()), folder / kGbkName);
-    EXPECT_EQ(GetDefaultPath(g_sDefaultDir.c_str()), folder / kGbkName);
-    EXPECT_EQ(GetDefaultPath("no such \xE4\xB8\xAD"), std::string("no such \xE4\xB8\xAD"));
+    EXPECT_EQ(GetDefaultPath((folder / kUtf8Name).c_str()), gbk);
+    EXPECT_EQ(GetDefaultPath(g_sDefaultDir.c_str()), gbk);
+    EXPECT_STREQ(GetDefaultPath("no such \xE4\xB8\xAD"), "no such \xE4\xB8\xAD");
     EXPECT_EQ(g_sDefaultDir, "no such \xE4\xB8\xAD");
-
-    std::filesystem::current_path(folder / kGbkName);  // and away with it
-    std::filesystem::remove(folder / kGbkName);
+    std::filesystem::current_path(gbk);  // and away with it
+    std::filesystem::remove(gbk);
     EXPECT_STREQ(GetDefaultPath(""), "");
     EXPECT_EQ(g_sDefaultDir, "");
-    std::filesystem::current_path(working_directory);
+    std::filesystem::current_path(before);
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace test_support {
 
@@ -25,11 +23,6 @@ inline std::optional<std::string> Iconv(const char* from, const char* to, std::s
 
 inline std::string AsBytes(const std::wstring& wide) {
     return {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)};
-}
-
-// The bytes in a block of just their size, where AddressSanitizer sees one byte too many.
-inline std::vector<char> Exactly(std::string_view bytes) {
-    return {bytes.begin(), bytes.end()};
 }
 
 }  // namespace test_support

@@ -1,17 +1,11 @@
 #include "CodeTrans/Primitives/TableRoute.h"
 
-#include <gtest/gtest.h>
-
-#include <iterator>
-#include <random>
-
 #include "CodeTrans/Primitives/ConversionSupport.h"
 #include "Support/TestSupport.h"
 
 namespace {
 
-using test_support::Exactly;
-using test_support::Hex;
+using test_support::Exactly, test_support::Hex;
 
 std::string ConvertUnits(const std::string& ucs2, std::size_t gbk_bytes) {
     std::vector<char> gbk(gbk_bytes + 2, '\x55');
@@ -31,14 +25,13 @@ TEST(TableRouteTest, EncodesEveryUnitAsTheCLibraryEncodesGbk) {
 
 // One pass gives what the two steps give, in place too, on well-formed and broken text.
 TEST(TableRouteTest, ConvertsUtf8InOnePass) {
-    const char* const fragments[] = {
-        "a",    "\xE4\xB8\xAD", "\xC3\xA9", "\xC2\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xE4",
-        "\xB8", "\xC3",         "\xF7",     "\xFF",     "\xC0\x80",     "\xED\xA0\x80"};
+    const auto fragments = test_support::Words(
+        "a \xE4\xB8\xAD \xC3\xA9 \xC2\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 \xE4 \xB8 \xC3 \xF7 \xFF \xC0\x80 "
+        "\xED\xA0\x80");
     std::mt19937 random(20240229);
     for (int round = 0; round < 5000; ++round) {
         std::string utf8;
-        for (auto parts = random() % 12; parts > 0; --parts)
-            utf8 += fragments[random() % std::size(fragments)];
+        for (auto left = random() % 12; left > 0; --left) utf8 += fragments[random() % fragments.size()];
         std::vector<char> input = Exactly(utf8 + '\0'), ucs2(2 * utf8.size() + 1, '\x55');
         ucs2.resize(2 * utf8tou(input.data(), ucs2.data()));
         std::string expected(utf8.size() + 2, '\x55'), gbk = expected;

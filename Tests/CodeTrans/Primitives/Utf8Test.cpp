@@ -1,10 +1,5 @@
 #include "CodeTrans/Primitives/Utf8.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <utility>
-
 #include "CodeTrans/Primitives/ConversionSupport.h"
 #include "CodeTrans/Primitives/Dump.h"
 #include "CodeTrans/Primitives/TableRoute.h"
@@ -13,8 +8,7 @@
 
 namespace {
 
-using test_support::Exactly;
-using test_support::Hex;
+using test_support::Exactly, test_support::Hex;
 
 // The result of the pointer form with the zero bytes that must follow it.
 std::string EncodeIntoBuffer(const std::wstring& text) {
@@ -73,33 +67,22 @@ TEST(Utf8Test, ConvertsTheWholeBmpLikeTheCLibrary) {
 
 // What the lenient and the strict decoder make of malformed text, behind runs of ASCII.
 TEST(Utf8Test, SkipsOrReadsMalformedText) {
-    const struct {
-        const char* utf8;
-        std::wstring lenient, strict;
-    } rows[] = {
-        {"", L"", L""},
-        {"\xEF\xBB\xBFx", L"\xFEFFx", L"\xFEFFx"},  // byte-order mark
-        {"\xF0\x9F\x98\x80!", L"!", L"!"},          // beyond the BMP
-        {"\xC3(", L"\xE8", L"("},                   // no continuation byte
-        {"\xE4(\xAD|", L"\x4A2D|", L"(|"},          // none in the middle
-        {"\xE4\xB8(", L"\x4E28", L"("},             // none at the end
-        {"\xE4\xB8", L"", L""},                     // cut short
-        {"x\xC3", L"x", L"x"},
-        {"\xF0\x9F\x98z", L"z", L"z"},
-        {"\xF0\xC3\xA9", L"\xE9", L"\xE9"},         // the wrong lead is skipped alone
-        {"\x80\xBF\xF8\xFC\xFE\xFFx", L"x", L"x"},  // no lead bytes
-        {"\xC1\x81\xE0\x81\x81", L"AA", L"AA"},     // overlong
-        {"\xED\xA0\x80", L"\xD800", L"\xD800"},     // surrogate
-        {"\xC3\xE4\xB8\xAD", L"\xE4", L"\x4E2D"},   // a lead swallows the next lead
-    };
-    for (const auto& row : rows) {
-        for (std::string ascii; ascii.size() < 9; ascii += 'a') {
-            SCOPED_TRACE(Hex(ascii + row.utf8));
-            const std::wstring lenient = std::wstring(ascii.size(), L'a') + row.lenient;
-            const std::wstring strict = std::wstring(ascii.size(), L'a') + row.strict;
-            EXPECT_EQ(utf8_to_unicode(Exactly(ascii + row.utf8 + '\0').data()), lenient);
-            EXPECT_EQ(DecodeIntoBuffer(ascii + row.utf8, lenient.size()), lenient);
-            EXPECT_EQ(DecodeIntoUnits(ascii + row.utf8, strict.size()), strict);
+    // clang-format off
+    const std::tuple<std::string, std::wstring, std::wstring> rows[] = {
+        // Byte-order mark, beyond the BMP, no lead bytes, overlong, surrogate, a lead that swallows the next lead
+        {"\xEF\xBB\xBFx", L"\xFEFFx", L"\xFEFFx"}, {"\xF0\x9F\x98\x80!", L"!", L"!"}, {"\x80\xBF\xF8\xFC\xFE\xFFx", L"x", L"x"},
+        {"\xC1\x81\xE0\x81\x81", L"AA", L"AA"}, {"\xED\xA0\x80", L"\xD800", L"\xD800"}, {"\xC3\xE4\xB8\xAD", L"\xE4", L"\x4E2D"},
+        // Another byte than a continuation: the wrong lead of four is skipped alone. Then texts cut short.
+        {"\xC3(", L"\xE8", L"("}, {"\xE4(\xAD|", L"\x4A2D|", L"(|"}, {"\xE4\xB8(", L"\x4E28", L"("}, {"\xF0\x9F\x98z", L"z", L"z"},
+        {"\xF0\xC3\xA9", L"\xE9", L"\xE9"}, {"", L"", L""}, {"\xE4\xB8", L"", L""}, {"x\xC3", L"x", L"x"}};
+    // clang-format on
+    for (auto [utf8, lenient, strict] : rows) {
+        for (int ascii_bytes = 0; ascii_bytes < 9; ++ascii_bytes) {
+            SCOPED_TRACE(Hex(utf8));
+            EXPECT_EQ(utf8_to_unicode(Exactly(utf8 + '\0').data()), lenient);
+            EXPECT_EQ(DecodeIntoBuffer(utf8, lenient.size()), lenient);
+            EXPECT_EQ(DecodeIntoUnits(utf8, strict.size()), strict);
+            utf8 = 'a' + utf8, lenient = L'a' + lenient, strict = L'a' + strict;
         }
     }
     EXPECT_EQ(utf8_to_unicode("a\xC0\x80z"), L"a");  // U+0000 ends the owned string only
@@ -121,9 +104,8 @@ TEST(Utf8Test, EncodesOrDropsWhatIsNoBmpCharacter) {
 TEST(Utf8Test, EncodesOneCodePointInUpToSixBytes) {
     // clang-format off
     const std::pair<unsigned long, const char*> rows[] = {
-        {0, "00"}, {0x10000, "F0 90 80 80"}, {0x1FFFFF, "F7 BF BF BF"},
-        {0x200000, "F8 88 80 80 80"}, {0x3FFFFFF, "FB BF BF BF BF"},
-        {0x4000000, "FC 84 80 80 80 80"}, {0x7FFFFFFF, "FD BF BF BF BF BF"},
+        {0, "00"}, {0x10000, "F0 90 80 80"}, {0x1FFFFF, "F7 BF BF BF"}, {0x200000, "F8 88 80 80 80"},
+        {0x3FFFFFF, "FB BF BF BF BF"}, {0x4000000, "FC 84 80 80 80 80"}, {0x7FFFFFFF, "FD BF BF BF BF BF"},
         {0x80000000, ""}, {0x100000041, ""}};
     // clang-format on
     for (const auto& [code_point, bytes] : rows) {
@@ -158,11 +140,8 @@ TEST(Utf8Test, MeasuresOneCharacterOfARange) {
 TEST(DumpTest, WritesUpperCaseHexadecimalLines) {
     unsigned char text[] = "\xE4\xB8\x0F~";
     wchar_t wide[] = {0x4E2D, 0, 0x7FABCDEF};
-    testing::internal::CaptureStdout();
-    dump_utf8(text);
-    dump_utf8(text + 4);
-    dump_unicode(wide, 10);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "E4B80F7E\n\n2D4E000000000000EFCD\n");
+    const auto dump = [&] { dump_utf8(text), dump_utf8(text + 4), dump_unicode(wide, 10); };
+    EXPECT_EQ(test_support::PrintedBy(dump), "E4B80F7E\n\n2D4E000000000000EFCD\n");
 }
 
 }  // namespace

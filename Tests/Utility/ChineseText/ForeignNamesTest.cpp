@@ -1,22 +1,13 @@
-#include "Utility/ChineseText/ForeignNames.h"
-
-#include <memory>
-#include <sstream>
-#include <string>
-#include <tuple>
-#include <utility>
-
 #include "CodeTrans/Primitives/TableRoute.h"
 #include "Internal/NameLists.h"
 #include "Support/TestSupport.h"
+#include "Utility.h"
 #include "Utility/ChineseText/CharacterLists.h"
-#include "Utility/ChineseText/DictionaryForms.h"
-#include "Utility/ChineseText/PlaceSuffixes.h"
 
 namespace {
 
 using namespace utility::internal;
-using test_support::Hex;
+using test_support::Character, test_support::Exactly, test_support::Hex, test_support::Words;
 
 std::string ToGbk(std::string utf8) {
     std::string gbk(utf8.size() + 2, '\0');
@@ -37,12 +28,10 @@ std::size_t SlowCount(std::string_view list, std::string_view text) {
 
 // Stem and suffix, written to buffers of the least size.
 std::pair<std::string, std::string> Split(const std::string& name) {
-    const std::unique_ptr<char[]> word(new char[name.size() + 1]), stem(new char[name.size() + 1]),
-        suffix(new char[9]);
-    name.copy(word.get(), name.size());
-    word[name.size()] = '\0';
-    EXPECT_TRUE(PostfixSplit(word.get(), stem.get(), suffix.get()));
-    return {stem.get(), suffix.get()};
+    const std::vector<char> word = Exactly(name + '\0');
+    std::vector<char> stem(word.size()), suffix(9);
+    EXPECT_TRUE(PostfixSplit(word.data(), stem.data(), suffix.data()));
+    return {stem.data(), suffix.data()};
 }
 
 // Every code of two bytes, alone and behind characters that choose the list or, 64 of them, the way of
@@ -54,7 +43,7 @@ TEST(CharacterListsTest, EveryUnitIsFoundByItsFirstOccurrence) {
         {kCoreWesternNameCharacters.view(), ToGbk("娃娃")},
         {kJapaneseNameCharacters.view(), ToGbk("藤藤")}};
     for (unsigned code = 0x0101; code < 65536; code += code % 256 == 255 ? 2 : 1) {
-        const std::string unit = {ToChar(code >> 8), ToChar(code & 0xFF)};
+        const std::string unit = Character(code);
         for (const auto& [list, two_of_this_list_only] : lists) {
             std::string word = two_of_this_list_only + unit;
             ASSERT_EQ(GetForeignCharCount(word.data()), 2 + SlowCount(list, unit)) << Hex(unit);
@@ -68,16 +57,12 @@ TEST(CharacterListsTest, EveryUnitIsFoundByItsFirstOccurrence) {
 }
 
 TEST(ForeignNamesTest, CountsAndTypes) {
+    // clang-format off
     const std::tuple<std::string, std::size_t, int, bool, bool> rows[] = {
-        {"", 0, 0, true, true},
-        {"a", 0, 0, false, true},
-        {"ab", 0, 0, false, false},
-        {"佐藤", 2, 2, true, true},
-        {"史密斯", 3, 0, true, true},
-        {"山田太郎", 2, 0, false, false},
-        {"伊万", 2, 1, true, true},
-        {"伊万x", 2, 1, false, true},
+        {"", 0, 0, true, true}, {"a", 0, 0, false, true}, {"ab", 0, 0, false, false}, {"佐藤", 2, 2, true, true},
+        {"史密斯", 3, 0, true, true}, {"山田太郎", 2, 0, false, false}, {"伊万", 2, 1, true, true}, {"伊万x", 2, 1, false, true},
         {"逊芙迦赖雍辛丝敬植", 0, 0, false, false}};  // in the lists, but spelled earlier across two others
+    // clang-format on
     for (const auto& [text, count, type, all_foreign, foreign] : rows) {
         std::string word = ToGbk(text);
         EXPECT_EQ(std::tuple(GetForeignCharCount(word.data()), GetForeignType(word.data()),
@@ -92,24 +77,20 @@ TEST(ForeignNamesTest, TellsNamesFromOrdinaryWords) {
     for (const auto& [file, tuned_with, held_back] :
          {std::tuple("ForeignNames.txt", 89, 94), {"OrdinaryWords.txt", 14, 19}}) {
         const std::string folder = UTILITY_TEST_SOURCE_DIR "/Tests/Utility/ChineseText/";
-        std::istringstream words(ToGbk(test_support::ReadFileBytes(folder + file)));
         int count = 0, accepted[2] = {0, 0};
-        for (std::string word; words >> word; ++count) accepted[count % 2] += IsForeign(word.data());
+        for (std::string& word : Words(ToGbk(test_support::ReadFileBytes(folder + file))))
+            accepted[count++ % 2] += IsForeign(word.data());
         EXPECT_EQ(std::tuple(count, accepted[0], accepted[1]), std::tuple(200, tuned_with, held_back));
     }
 }
 
 TEST(PlaceSuffixesTest, FirstWordThenCharacter) {
-    for (const auto& [stem, suffix] : {std::pair("新疆维吾尔", "自治区"),
-                                       {"京珠", "高速公路"},
-                                       {"海淀", "区"},
-                                       {"北京", ""},
-                                       {"x", ""},
-                                       {"", ""}}) {
-        EXPECT_EQ(Split(ToGbk(std::string(stem) + suffix)), std::pair(ToGbk(stem), ToGbk(suffix))) << stem;
-    }
-    std::istringstream words{std::string(kPlaceSuffixWords.view())};
-    for (std::string word; words >> word;) EXPECT_EQ(Split("x" + word), std::pair(std::string("x"), word));
+    const std::pair<std::string, std::string> rows[] = {
+        {"新疆维吾尔", "自治区"}, {"京珠", "高速公路"}, {"海淀", "区"}, {"北京", ""}, {"x", ""}, {"", ""}};
+    for (const auto& [stem, suffix] : rows)
+        EXPECT_EQ(Split(ToGbk(stem + suffix)), std::pair(ToGbk(stem), ToGbk(suffix))) << stem;
+    for (const std::string& word : Words(std::string(kPlaceSuffixWords.view())))
+        EXPECT_EQ(Split("x" + word), std::pair(std::string("x"), word));
 }
 
 // Full-width forms stand in Unicode as far from U+FF00 as the ASCII marks from the blank.

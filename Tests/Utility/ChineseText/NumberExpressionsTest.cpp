@@ -1,30 +1,15 @@
-#include "Utility/ChineseText/NumberExpressions.h"
-
 #include <cctype>
-#include <iterator>
-#include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "Support/TestSupport.h"
-#include "Utility/ChineseText/CharacterClass.h"
-#include "Utility/ChineseText/DateExpressions.h"
-#include "Utility/ChineseText/WordStandard.h"
+#include "Utility.h"
 
 namespace {
 
-using test_support::Hex;
-
-std::vector<std::string> Words(const std::string& text) {
-    std::istringstream in(text);
-    return {std::istream_iterator<std::string>(in), {}};
-}
+using test_support::Character, test_support::Exactly, test_support::Hex, test_support::Words;
 
 // In a block of its own, so that a sanitizer sees a byte read too many.
 bool IsNumber(const std::string& word) {
-    const std::vector<char> exact(word.c_str(), word.c_str() + word.size() + 1);
-    return IsAllNum(exact.data(), 0);
+    return IsAllNum(Exactly(word + '\0').data(), 0);
 }
 
 // Worked by hand. GBK full-width digits are A3 B0 to A3 B9; of the lists, E2 88 is a separator, EF BC a
@@ -42,19 +27,16 @@ TEST(NumberExpressionsTest, Numbers) {
         EXPECT_FALSE(IsNumber(word)) << Hex(word);
     }
     EXPECT_TRUE(IsNumber("") && IsAllNum("1.2.3", 3) && IsAllNum("3\xE7\x99x", 3));
-    for (std::string word : {"", "一二", "\xE6\x95\xE4\xB8", "\xE4\xB8分\xE4\xE4\xB8"}) {
+    for (std::string word : {"", "一二", "\xE6\x95\xE4\xB8", "\xE4\xB8分\xE4\xE4\xB8"})
         EXPECT_TRUE(IsAllChineseNum(word.data(), 0)) << word;
-    }
-    for (std::string word : {"12", "三百", "\xE4\xB8\xE6\x95", "分", "\xC8\xFD\xB0\xD9"}) {
+    for (std::string word : {"12", "三百", "\xE4\xB8\xE6\x95", "分", "\xC8\xFD\xB0\xD9"})
         EXPECT_FALSE(IsAllChineseNum(word.data(), 0)) << word;
-    }
 }
 
 // Every two-byte unit in a place where one list decides.
 TEST(NumberExpressionsTest, EveryUnitIsFoundByItsFirstOccurrence) {
     for (unsigned code = 0x8001; code < 65536; code += code % 256 == 255 ? 2 : 1) {
-        std::string unit = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)},
-                    second = "\xE4\xB8" + unit;
+        std::string unit = Character(code), second = "\xE4\xB8" + unit;
         const auto in = [&unit](const char* list) { return CC_Find(list, unit.c_str()) != nullptr; };
         const bool numeral =
             in("零○一二两三四五六七八九十廿百千万亿壹贰叁肆伍陆柒捌玖拾佰仟兆∶·．／点几上成");
@@ -89,9 +71,8 @@ TEST(DateExpressionsTest, YearsAndDays) {
             EXPECT_EQ(year + (IsDayTime(word.c_str(), 0) ? "day" : ""), kind) << Hex(word);
         }
     }
-    EXPECT_TRUE(IsYearTime("19980", 4) && !IsYearTime("19980", -1) && IsDayTime("123", 2) &&
-                IsDayTime("", 0));
-    EXPECT_FALSE(IsYearTime("", 0));
+    EXPECT_TRUE(IsYearTime("19980", 4) && IsDayTime("123", 2) && IsDayTime("", 0));
+    EXPECT_FALSE(IsYearTime("19980", -1) || IsYearTime("", 0));
 }
 
 std::string Standard(std::string word) {
@@ -101,10 +82,9 @@ std::string Standard(std::string word) {
 
 TEST(WordStandardTest, EveryCharacter) {
     for (unsigned code = 1; code < 65536; code == 0xFF ? code = 0x8001 : code += code % 256 == 255 ? 2 : 1) {
-        const char last = static_cast<char>(code & 0xFF), ascii = static_cast<char>(code & 0x7F);
-        std::string unit(1, last), form;
-        if (code < 0x80) form = std::string("+-{};\r\n").find(ascii) != std::string::npos ? unit : "";
-        if (code > 0xFF) form = unit.insert(0, 1, static_cast<char>(code >> 8));
+        const char ascii = static_cast<char>(code & 0x7F);
+        const std::string unit = Character(code);
+        std::string form = code > 0xFF || std::strchr("+-{};\r\n", unit[0]) != nullptr ? unit : "";
         if (code >= 0xA3BB && code <= 0xA3FF) form = ";";
         if ((code < 0x80 || (code >= 0xA380 && code <= 0xA3FF)) && std::isalnum(ascii))
             form = static_cast<char>(std::tolower(ascii));

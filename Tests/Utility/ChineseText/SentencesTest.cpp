@@ -1,22 +1,13 @@
-#include "Utility/ChineseText/Sentences.h"
-
 #include <cctype>
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <string>
-#include <tuple>
 
 #include "Support/TestSupport.h"
-#include "Utility/ChineseText/CharacterClass.h"
-#include "Utility/ChineseText/TextTidying.h"
+#include "Utility.h"
 
 namespace {
 
-using test_support::Hex;
-using Row =
-    std::tuple<std::string, unsigned long, unsigned long, unsigned long>;  // text, position, budget, result
+using test_support::Character, test_support::Hex;
+using Row = std::tuple<std::string, std::size_t, std::size_t, std::size_t>;  // text, position, budget, result
 
 // The list of full-width marks as stored, and the ASCII bytes that half its byte offsets choose.
 constexpr char kFullWidth[] =
@@ -37,13 +28,11 @@ TEST(SentencesTest, EndsAndStarts) {
         {"a;\xD6\xD0\xB9\xFA", 6, 4, 0}, {"\xE3\x80x", 3, 99, 0}, {"x\xE3\x80y", 4, 99, 3}};
     // clang-format on
     for (const auto& [text, start, budget, end] : end_rows) {
-        const std::unique_ptr<char, decltype(&std::free)> exact(strdup(text.c_str()), std::free);
-        EXPECT_EQ(FindSentenceEnd(exact.get(), start, budget), end) << Hex(text) << " from " << start;
+        const std::vector<char> exact = test_support::Exactly(text + '\0');
+        EXPECT_EQ(FindSentenceEnd(exact.data(), start, budget), end) << Hex(text) << " from " << start;
     }
-    for (const auto& [text, position, budget, start] : start_rows) {
-        EXPECT_EQ(FindSentenceStart(text.c_str(), position, budget), start)
-            << Hex(text) << " from " << position;
-    }
+    for (const auto& [text, end, budget, start] : start_rows)
+        EXPECT_EQ(FindSentenceStart(text.c_str(), end, budget), start) << Hex(text) << " from " << end;
 }
 
 void ExpectFolded(const std::string& text, const std::string& folded) {
@@ -56,22 +45,17 @@ void ExpectFolded(const std::string& text, const std::string& folded) {
 TEST(SentencesTest, EveryUnitIsWhatTheListsSay) {
     for (unsigned code = 1; code < 65536 && !HasFailure(); ++code) {
         if ((code > 0xFF && code < 0x8000) || (code & 0xFF) == 0) continue;
-        std::string unit(1, static_cast<char>(code & 0xFF));
-        if (code > 0xFF) unit.insert(0, 1, static_cast<char>(code >> 8));
+        const std::string unit = Character(code);
         const bool ends = code > 0xFF ? CC_Find("。！？；", unit.c_str()) != nullptr
                                       : std::strchr(".!;?\r\n\t", unit[0]) != nullptr;
         EXPECT_EQ(FindSentenceEnd((unit + "-").c_str(), 0, unit.size()) == unit.size(), ends) << Hex(unit);
-        if (code <= 0xFF || code & 0x80) {
-            EXPECT_EQ(FindSentenceStart(("-" + unit).c_str(), 1 + unit.size(), 1), ends ? 1 + unit.size() : 0)
-                << Hex(unit);
-        }
+        const std::size_t start = FindSentenceStart(("-" + unit).c_str(), 1 + unit.size(), 1);
+        EXPECT_TRUE(start == (ends ? 1 + unit.size() : 0) || (code > 0xFF && (code & 0x80) == 0))
+            << Hex(unit);
         std::string folded = unit;
-        if (const char* const found = CC_Find(kFullWidth, unit.c_str());
-            found != nullptr && found - kFullWidth < 126) {
-            folded = kHalfWidth[(found - kFullWidth) / 2];
-        }
-        if (code >= 0xA380 && code < 0xA400 && std::isalnum(code & 0x7F))
-            folded = static_cast<char>(code & 0x7F);
+        const char* const found = CC_Find(kFullWidth, unit.c_str());
+        if (found != nullptr && found - kFullWidth < 126) folded = kHalfWidth[(found - kFullWidth) / 2];
+        if (code >= 0xA380 && code < 0xA400 && std::isalnum(code & 0x7F)) folded = Character(code & 0x7F);
         ExpectFolded(unit, folded);
     }
     ExpectFolded("x\xD6\xD0\xA3\xE1-\xA3\xB9\xA1\xEF\xA1\xA3\xBC\xBD,\xE3",
@@ -79,21 +63,17 @@ TEST(SentencesTest, EveryUnitIsWhatTheListsSay) {
 }
 
 TEST(SentencesTest, TitlesAndSentencesAreJudgedByTheirEnd) {
-    for (const char* const line :
-         {"a", "a.", "a:", "a)", "a!", "。", "中：", "中；", "中）", "中？", "\xD6\xD0\xA1\xA3"}) {
-        EXPECT_TRUE(IsValidTitle(line)) << line;
+    const std::pair<const char*, const char*> rows[] = {{"title sentence", "a. a: a) 中： 中； 中）"},
+                                                        {"title ", "a a! 。 中？ \xD6\xD0\xA1\xA3"},
+                                                        {"sentence", "; a; 中。 x。 中！"}};
+    for (const auto& [kinds, lines] : rows) {
+        for (const std::string& line : test_support::Words(lines)) {
+            const std::string title = IsValidTitle(line.c_str()) ? "title " : "";
+            EXPECT_EQ(title + (IsValidSentence(line.c_str()) ? "sentence" : ""), kinds) << line;
+        }
     }
-    for (const char* const line : {"", "a;", ";", "中。", "x。", "中！"})
-        EXPECT_FALSE(IsValidTitle(line)) << line;
-    for (const char* const line : {";", "a.", "a:", "a)", "x。", "中：", "中！", "中；", "中）"}) {
-        EXPECT_TRUE(IsValidSentence(line)) << line;
-    }
-    for (const char* const line : {"", "a", "a!", "。", "中？", "\xD6\xD0\xA1\xA3"})
-        EXPECT_FALSE(IsValidSentence(line)) << line;
-}
-
-TEST(SentencesTest, FirstOfTheLargestScores) {
-    EXPECT_EQ(GetMaxIndex({}), -1);
+    EXPECT_FALSE(IsValidTitle("") || IsValidSentence(""));
+    EXPECT_EQ(GetMaxIndex({}), -1);  // the first of the largest scores, and what no number is
     EXPECT_EQ(GetMaxIndex({-4, -3, -3}), 1);
     EXPECT_EQ(GetMaxIndex({1, NAN, 5}), 2);
 }

@@ -1,21 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <cfloat>
-#include <climits>
-#include <cstring>
 
 #include "MemoryExt.h"
-#include "Support/StreamSupport.h"
 #include "Support/TestSupport.h"
 #include "Utility.h"
 
 namespace {
 
-using test_support::Bytes;
-using test_support::BytesIn;
-using test_support::Hex;
-using test_support::Stream;
-using test_support::StreamOf;
+using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream,
+    test_support::StreamOf;
 
 TEST(StaticStr, GrowsByAMarginAndStandsInAFile) {
     CStaticStr pool, copy;
@@ -42,14 +34,13 @@ TEST(StaticStr, GrowsByAMarginAndStandsInAFile) {
 
 TEST(StaticStr, ReadsDamagedFiles) {
     const std::string full(10'240, 'x');  // as much as the block has room for
+    // clang-format off
     const std::pair<std::string, std::string> rows[] = {
-        {Bytes("\2\0\0\0\0\0\0"), Bytes("held\0")},
-        {Bytes("\3\0\0\0\0\0\0\0open"), "ope"},
-        {Bytes("\x8\0\0\0\0\0\0\0A"), Bytes("Aeld\0\0\0\0")},
-        {Bytes("\0\x28\0\0\0\0\0\0") + full, full},
-        {Bytes("\2\x28\0\0\0\0\0\0A"), "Aeld" + std::string(10'238, '\0')},
-        {Bytes("\0\0\0\x40\0\0\0\0ABC"), ""},
-        {Bytes("\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF") + "ABC", ""}};
+        {Bytes("\2\0\0\0\0\0\0"), Bytes("held\0")}, {Bytes("\3\0\0\0\0\0\0\0open"), "ope"},
+        {Bytes("\x8\0\0\0\0\0\0\0A"), Bytes("Aeld\0\0\0\0")}, {Bytes("\0\x28\0\0\0\0\0\0") + full, full},
+        {Bytes("\2\x28\0\0\0\0\0\0A"), "Aeld" + std::string(10'238, '\0')}, {Bytes("\0\0\0\x40\0\0\0\0ABC"), ""},
+        {std::string(8, '\xFF') + "ABC", ""}};
+    // clang-format on
     for (const auto& [bytes, held] : rows) {
         CStaticStr pool;
         pool.AddString("held");
@@ -78,9 +69,8 @@ TEST(Serialisation, CodesIntegersInOneToFourBytes) {
 TEST(Serialisation, PutsStringsBehindTheirLengthAndIntegersInBuffers) {
     const Stream file = StreamOf();
     const std::string long_text(10'000, 'z');
-    for (const std::string& text : {std::string("abcd"), Bytes("x\0y") + long_text, long_text}) {
+    for (const std::string& text : {std::string("abcd"), Bytes("x\0y") + long_text, long_text})
         EXPECT_EQ(tstring_save(text, file.get()), text.size());
-    }
     const std::string bytes = BytesIn(file) + Bytes("\xFF\xFF\xFF\xFF") + "short";
     EXPECT_EQ(Hex(bytes.substr(0, 16)), "04 00 00 00 61 62 63 64 13 27 00 00 78 00 79 7A");
     const Stream damaged = StreamOf(bytes);
@@ -104,26 +94,21 @@ TEST(Serialisation, PutsStringsBehindTheirLengthAndIntegersInBuffers) {
 TEST(FilterCells, AreReadAndWrittenByTypeCode) {
     // The bytes are those of a machine with the low byte first.
     // clang-format off
-    const struct { int type; const char *text, *bytes, *printed; } rows[] = {
-        {2, "\"42", "2A 00 00 00 00 00 00 00", "42"},
-        {2, "\"\"42", "00 00 00 00 00 00 00 00", "0"},
-        {6, "4294967297", "01 00 00 00 00 00 00 00", "1"},
-        {-9, " -99999999999x", "01 18 89 B7 00 00 00 00", "-1215752191"},
+    const std::tuple<int, const char*, const char*, const char*> rows[] = {
+        {2, "\"42", "2A 00 00 00 00 00 00 00", "42"}, {2, "\"\"42", "00 00 00 00 00 00 00 00", "0"},
+        {6, "4294967297", "01 00 00 00 00 00 00 00", "1"}, {-9, " -99999999999x", "01 18 89 B7 00 00 00 00", "-1215752191"},
         {3, "-9223372036854775808", "00 00 00 00 00 00 00 80", "-9223372036854775808"},
         {3, "99999999999999999999", "FF FF FF FF FF FF FF 7F", "9223372036854775807"},
-        {4, "\"", "00 00 00 00 00 00 00 00", ""},
-        {5, "\"-1.5e1x", "00 00 70 C1 00 00 00 00", "-15.000000"},
-        {7, "0.1", "9A 99 99 99 99 99 B9 3F", "0.100000"},
-        {7, "infinite", "00 00 00 00 00 00 00 00", "0.000000"}};
+        {4, "\"", "00 00 00 00 00 00 00 00", ""}, {5, "\"-1.5e1x", "00 00 70 C1 00 00 00 00", "-15.000000"},
+        {7, "0.1", "9A 99 99 99 99 99 B9 3F", "0.100000"}, {7, "infinite", "00 00 00 00 00 00 00 00", "0.000000"}};
     // clang-format on
     double cell;
     char bytes[sizeof cell];
     const std::unique_ptr<char[]> printed(new char[318]);  // to the byte what a double needs
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.type << ' ' << row.text);
-        std::memcpy(bytes, str2filter_data(row.text, &cell, row.type), sizeof cell);
-        EXPECT_EQ(Hex(std::string(bytes, sizeof bytes)), row.bytes);
-        EXPECT_STREQ(filter_data2str(&cell, printed.get(), row.type), row.printed);
+    for (const auto& [type, text, stored, shown] : rows) {
+        std::memcpy(bytes, str2filter_data(text, &cell, type), sizeof cell);
+        EXPECT_EQ(Hex(std::string(bytes, sizeof bytes)), stored) << type << ' ' << text;
+        EXPECT_STREQ(filter_data2str(&cell, printed.get(), type), shown) << type << ' ' << text;
     }
     cell = -DBL_MAX;
     EXPECT_EQ(filter_data2str(&cell, printed.get(), 7), std::to_string(-DBL_MAX));
@@ -134,19 +119,19 @@ TEST(FilterCells, AreReadAndWrittenByTypeCode) {
 
 TEST(FilterCells, AreCompared) {
     // clang-format off
-    const struct { int type; const char *a, *b; int cells, texts; } rows[] = {
+    const std::tuple<int, const char*, const char*, int, int> rows[] = {  // as cells, as texts
         {2, "10", "9", 1, 1}, {2, "-1", "1", -1, -1}, {1, "10", "9", 1, -1}, {6, "007", "7", 0, -1},
         {3, "4294967296", "1", 1, 1}, {4, "2014/1/1", "2014-1-1", 0, 1}, {4, "2014-1-1", "2013/12/31", 1, 1},
         {5, "nan", "nan", 1, 1}, {5, "2.5", "10", -1, -1}, {7, "1e1", "10", 0, 0}, {7, "-0", "0", 0, 0}};
     // clang-format on
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.type << ' ' << row.a << ' ' << row.b);
-        double cells[2] = {-1, -1}, b;
-        str2filter_data(row.a, &cells[1], row.type);
-        EXPECT_EQ(filter_data_cmp(&cells[1], str2filter_data(row.b, &b, row.type), row.type), row.cells);
-        EXPECT_EQ(IsExists(&b, cells, 2, row.type, 0), row.cells == 0);
-        const int order = filter_data_cmp(row.a, row.b, row.type);
-        EXPECT_EQ((order > 0) - (order < 0), row.texts);
+    for (const auto& [type, a, b, as_cells, as_texts] : rows) {
+        SCOPED_TRACE(testing::Message() << type << ' ' << a << ' ' << b);
+        double cells[2] = {-1, -1}, cell;
+        str2filter_data(a, &cells[1], type);
+        EXPECT_EQ(filter_data_cmp(&cells[1], str2filter_data(b, &cell, type), type), as_cells);
+        EXPECT_EQ(IsExists(&cell, cells, 2, type, 0), as_cells == 0);
+        const int order = filter_data_cmp(a, b, type);
+        EXPECT_EQ((order > 0) - (order < 0), as_texts);
     }
 }
 

@@ -1,7 +1,5 @@
 #include "Utility/Extraction/EmailExtraction.h"
 
-#include <regex>
-
 #include "Support/TestSupport.h"
 
 namespace {
@@ -11,9 +9,8 @@ std::string Extract(const std::string& text) {
     std::vector<_email> emails(2);
     ExtractEmail(text.c_str(), emails);
     std::string lines;
-    for (const auto& [user, domain, prefix, name, type] : emails) {
+    for (const auto& [user, domain, prefix, name, type] : emails)
         lines += user + '|' + domain + '|' + prefix + '|' + name + '|' + type + '\n';
-    }
     return lines;
 }
 

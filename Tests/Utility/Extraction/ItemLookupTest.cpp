@@ -1,10 +1,6 @@
 #include "Utility/Extraction/ItemLookup.h"
 
-#include <gtest/gtest.h>
-
 #include "Support/TestSupport.h"
-
-#include <regex>
 
 namespace {
 

@@ -1,22 +1,13 @@
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <map>
-#include <regex>
-#include <thread>
 
-#include "Support/StreamSupport.h"
-#include "Support/TestSupport.h"
+#include "Support/LogSupport.h"
 #include "Utility.h"
 
 namespace {
 
-using test_support::BytesIn;
-using test_support::Open;
-using test_support::ReadFileBytes;
-using test_support::Stream;
-using test_support::StreamOf;
+using namespace test_support;
 
 const std::string kDigits = "0123456789";
 
@@ -45,9 +36,9 @@ TEST(FileCopying, AppendsUpToALimitAndCopiesRanges) {
 
 TEST(FileCopying, EndsWhereSomethingFails) {
     unsigned char buffer[4];
-    const Stream source = StreamOf(kDigits), copy = StreamOf(), closed = StreamOf(),
-                 directory = Open("/", "rb");
-    const Stream full = Open("/dev/full", "wb"), unreadable = Open("/dev/full", "wb");
+    const Stream source = StreamOf(kDigits), copy = StreamOf(), closed = StreamOf();
+    const Stream directory = Open("/", "rb"), full = Open("/dev/full", "wb"),
+                 unreadable = Open("/dev/full", "wb");
     close(fileno(closed.get()));
     EXPECT_EQ(FileCopy(source.get(), full.get(), SIZE_MAX, nullptr, 0), -2);
     EXPECT_EQ(FileCopy(source.get(), closed.get(), 4, nullptr, 0), -2);
@@ -81,21 +72,8 @@ TEST(FileCopying, ThreadsAppendToOneStream) {
     EXPECT_TRUE(blocks == expected);
 }
 
-class NamedFiles : public testing::Test {
+class NamedFiles : public LoggedTest {
 protected:
-    NamedFiles() { g_sLogPath = folder_.path(); }
-
-    // The error log, with "[]" for each time stamp.
-    std::string Errors() const {
-        std::string log;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-            if (entry.path().extension() == ".err") log = ReadFileBytes(entry.path());
-        }
-        return std::regex_replace(log, std::regex("\\[[^\t]*\t"), "[]");
-    }
-
-    const test_support::TempFolder folder_;
-    const test_support::Restore<std::string> path_{g_sLogPath}, message_{g_sLastErrorMessage};
     const std::string text_ = folder_ / "text", copy_ = folder_ / "copy", nowhere_ = folder_ / "no/where";
 };
 
@@ -104,7 +82,7 @@ TEST_F(NamedFiles, AreWrittenAndCopied) {
     EXPECT_FALSE(FileCopy(nowhere_.c_str(), text_.c_str(), 4));
     EXPECT_TRUE(FileCopy(text_.c_str(), copy_.c_str(), 4));
     EXPECT_EQ(ReadFileBytes(copy_), "longer than what follows");
-    EXPECT_TRUE(gfn_bWriteFile(text_.c_str(), test_support::Bytes("100%s\n\0lost")));
+    EXPECT_TRUE(gfn_bWriteFile(text_.c_str(), Bytes("100%s\n\0lost")));
     EXPECT_TRUE(gfn_bAddFile(text_.c_str(), "\xD6\xD0\r\n"));
     EXPECT_EQ(ReadFileBytes(text_), "100%s\n\xD6\xD0\r\n");
     EXPECT_FALSE(gfn_bWriteFile(nullptr, "x") || gfn_bAddFile("", "x") ||
@@ -112,7 +90,8 @@ TEST_F(NamedFiles, AreWrittenAndCopied) {
     // What the disk does not take goes unnoticed.
     EXPECT_TRUE(gfn_bWriteFile("/dev/full", "x") && FileCopy(text_.c_str(), "/dev/full", 4));
     EXPECT_FALSE(FileCopy(text_.c_str(), nowhere_.c_str(), 4));
-    EXPECT_EQ(Errors(), "[]Error read file\n[]" + nowhere_ + "\n[]Error write file\n[]" + nowhere_ + '\n');
+    EXPECT_EQ(Logged(".err"),
+              "[]Error read file\n[]" + nowhere_ + "\n[]Error write file\n[]" + nowhere_ + '\n');
 }
 
 TEST_F(NamedFiles, AreFoundByGroupsOfThreeBytes) {
@@ -135,7 +114,7 @@ TEST_F(NamedFiles, AreFoundByGroupsOfThreeBytes) {
     EXPECT_EQ(GetFileContentById("", base.c_str(), content = "before"), nullptr);
     EXPECT_EQ(content, "");
     const std::string last = "\n[]Read file by ID fail!\n[]" + base + "/123/45.html\n";
-    EXPECT_EQ(Errors().substr(Errors().size() - last.size()), last);
+    EXPECT_EQ(Logged(".err").substr(Logged(".err").size() - last.size()), last);
 }
 
 }  // namespace

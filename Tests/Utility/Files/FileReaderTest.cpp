@@ -4,43 +4,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdint>
-#include <memory>
-#include <thread>
-#include <vector>
 
-#include "Internal/Bytes.h"
-#include "Support/TestSupport.h"
-#include "Utility/Global.h"
-#include "Utility/Runtime/LogWriter.h"
+#include "Support/LogSupport.h"
 
 namespace {
 
-using test_support::Bytes;
-using test_support::Hex;
-using test_support::Restore;
-using test_support::WriteFileBytes;
-using utility::internal::ToChar;
+using test_support::Bytes, test_support::Hex, test_support::WriteFileBytes;
 
-class FileReader : public testing::Test {
+class FileReader : public test_support::LoggedTest {
 protected:
-    FileReader() { g_sLogPath = folder_.path(); }
-
-    // The text of the only line in the log of this kind.
-    std::string Logged(const std::string& extension) const {
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-            if (entry.path().extension() == extension)
-                return test_support::ReadFileBytes(entry.path()).substr(22);
-        }
-        return "";
-    }
-
-    const test_support::TempFolder folder_;
-    const Restore<std::string> path_{g_sLogPath};
-    const Restore<std::string> message_{g_sLastErrorMessage};
     CReadFile reader_;
 };
 
@@ -51,8 +25,8 @@ std::string WithoutNul(std::string text) {
 
 // The bytes that the buffer form hands out, or "no NUL" or "no buffer" where those are missing. Memory of that size was
 // given back dirty just before, so bytes that nobody wrote show.
-std::string Read(CReadFile& reader, const std::string& name, long offset, std::size_t count,
-                 bool whole_file) {
+std::string Read(CReadFile& reader, const std::string& name, long offset = 0, std::size_t count = 0,
+                 bool whole_file = true) {
     std::fill_n(static_cast<volatile char*>(std::make_unique<char[]>(count + 1).get()), count + 1, '\xAA');
     char* bytes = nullptr;
     const std::size_t size = reader.ReadFile(name.c_str(), &bytes, offset, count, whole_file);
@@ -60,15 +34,9 @@ std::string Read(CReadFile& reader, const std::string& name, long offset, std::s
     if (bytes == nullptr) return "no buffer";
     return bytes[size] == '\0' ? std::string(bytes, size) : "no NUL";
 }
-std::string Read(CReadFile& reader, const std::string& name) {
-    return Read(reader, name, 0, 0, true);
-}
 
 TEST_F(FileReader, FillsUpWithZerosWhatTheFileDoesNotHave) {
-    const std::string content = Bytes(
-        "01\0"
-        "345\n78\0");
-    const std::string name = folder_ / "digits";
+    const std::string content = Bytes("ab\0def\nhi\0"), name = folder_ / "letters";
     WriteFileBytes(name, content);
     for (const long offset : {LONG_MIN, -1L, 0L, 3L, 9L, 10L, 11L, 1L << 40, LONG_MAX}) {
         for (const std::size_t count : {0u, 1u, 7u, 10u, 11u, 5000u}) {
@@ -76,9 +44,8 @@ TEST_F(FileReader, FillsUpWithZerosWhatTheFileDoesNotHave) {
                 SCOPED_TRACE(testing::Message() << offset << ' ' << count << ' ' << whole);
                 std::string expected;
                 for (std::size_t i = 0; i < (count == 0 && whole ? 10 : count); ++i) {
-                    const bool inside =
-                        offset >= 0 && offset < 10 && i + static_cast<std::size_t>(offset) < 10;
-                    expected += inside ? content[i + static_cast<std::size_t>(offset)] : '\0';
+                    const std::size_t pos = i + static_cast<std::size_t>(offset);
+                    expected += offset >= 0 && offset < 10 && pos < 10 ? content[pos] : '\0';
                 }
                 EXPECT_EQ(Hex(Read(reader_, name, offset, count, whole)), Hex(expected));
                 std::string text = "left over";
@@ -107,8 +74,7 @@ TEST_F(FileReader, RefusesACountThatCannotBeHad) {
     const std::string name = folder_ / "small";
     WriteFileBytes(name, "0123456789");
     for (const std::size_t count : {std::size_t{1} << 50, SIZE_MAX / 2, SIZE_MAX - 1, SIZE_MAX}) {
-        char untouched;
-        char* bytes = &untouched;
+        char untouched, *bytes = &untouched;
         EXPECT_EQ(reader_.ReadFile(name.c_str(), &bytes, 0, count, false), 0u) << count;
         EXPECT_EQ(bytes, &untouched);
     }
@@ -116,12 +82,11 @@ TEST_F(FileReader, RefusesACountThatCannotBeHad) {
 }
 
 TEST_F(FileReader, HoldsItsFileUntilAnotherIsOpen) {
-    const std::string name = folder_ / "data.txt";
-    const std::string missing = folder_ / "missing";
+    const std::string name = folder_ / "data.txt", other_case = folder_ / "Data.TXT",
+                      missing = folder_ / "missing";
     WriteFileBytes(name, "0123456789");
-    WriteFileBytes(folder_ / "Data.TXT", "another");
-    EXPECT_EQ(Read(reader_, name), "0123456789");
-    EXPECT_EQ(Read(reader_, folder_ / "Data.TXT"), "0123456789");
+    WriteFileBytes(other_case, "another");
+    for (const std::string& same : {name, other_case}) EXPECT_EQ(Read(reader_, same), "0123456789");
     std::filesystem::resize_file(name, 4);
     EXPECT_EQ(Read(reader_, name), Bytes("0123\0\0\0\0\0\0"));
     WriteFileBytes(name, "changed and grown");
@@ -131,8 +96,8 @@ TEST_F(FileReader, HoldsItsFileUntilAnotherIsOpen) {
     EXPECT_EQ(errno, ENOENT);
     EXPECT_EQ(text, "");
     EXPECT_EQ(g_sLastErrorMessage, "Error read file " + missing);
-    EXPECT_EQ(Logged(".err"), "Error read file " + missing + "\n");
-    EXPECT_EQ(Logged(".log"), "Failed open file  " + missing + "\n");
+    EXPECT_EQ(Logged(".err") + Logged(".log"),
+              "[]Error read file " + missing + "\n[]Failed open file  " + missing + "\n");
     std::filesystem::remove(name);
     EXPECT_EQ(Read(reader_, name), "changed an");
     EXPECT_EQ(Read(reader_, folder_.path(), 0, 1, false), Bytes("\0"));
@@ -141,7 +106,9 @@ TEST_F(FileReader, HoldsItsFileUntilAnotherIsOpen) {
 
 TEST_F(FileReader, ThreadsShareOneOverChangingNames) {
     const auto name = [this](unsigned file) { return folder_ / std::to_string(file); };
-    const auto content = [](unsigned file) { return std::string(10010 + file, ToChar('0' + file)); };
+    const auto content = [](unsigned file) {
+        return std::string(10010 + file, static_cast<char>('0' + file));
+    };
     for (unsigned file = 0; file < 3; ++file) WriteFileBytes(name(file), content(file));
     std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
@@ -150,12 +117,13 @@ TEST_F(FileReader, ThreadsShareOneOverChangingNames) {
             for (int i = 0; i < 500; ++i) {
                 random = random * 1664525 + 1013904223;
                 const unsigned file = (random >> 16) % 4;  // the last one does not exist
+                const std::string whole = file == 3 ? "" : content(file);
                 std::string text;
                 reader_.ReadFile(name(file).c_str(), text, 0, 0, true);
-                wrong += text != (file == 3 ? "" : content(file));
+                wrong += text != whole;
                 const std::string end = Read(reader_, name(file), 10000, 20, false);
-                wrong += end != (file == 3 ? "no buffer"
-                                           : content(file).substr(10000) + std::string(10 - file, '\0'));
+                wrong +=
+                    end != (file == 3 ? "no buffer" : whole.substr(10000) + std::string(10 - file, '\0'));
             }
         });
     }

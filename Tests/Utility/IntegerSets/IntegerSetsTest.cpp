@@ -1,23 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <climits>
-#include <iterator>
-#include <random>
-#include <tuple>
-
 #include "MemoryExt.h"
-#include "Support/StreamSupport.h"
 #include "Support/TestSupport.h"
 #include "Utility.h"
 
 namespace {
 
-using test_support::Bytes;
-using test_support::BytesIn;
-using test_support::Hex;
-using test_support::Stream;
-using test_support::StreamOf;
+using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream,
+    test_support::StreamOf;
 using Values = std::vector<int>;
 using Sizes = std::vector<unsigned long>;
 __extension__ using Wide = unsigned __int128;  // for sums that cannot wrap
@@ -85,9 +73,8 @@ TEST(MergeSelect, FindsTheFirstOfTheLongestRuns) {
         const bool balanced = sizes[0] >= sizes[1] / 10 && sizes[0] <= Wide{sizes[1]} * 10;
         EXPECT_EQ(IsBalancedValue(sizes[0], sizes[1]), balanced) << sizes[0] << ' ' << sizes[1];
         std::size_t start = 0, length = sizes.size();
-        while (!MayBeMerged({&sizes[start], &sizes[start] + length}, row % 2 == 0)) {
+        while (!MayBeMerged({&sizes[start], &sizes[start] + length}, row % 2 == 0))
             if (++start + length > sizes.size()) start = 0, --length;
-        }
         int count = -5;
         ASSERT_EQ(MergeSelect(sizes, count, row % 2 == 0), start) << testing::PrintToString(sizes);
         ASSERT_EQ(count, length) << testing::PrintToString(sizes);

@@ -1,8 +1,5 @@
 #include "Utility/Paths/PathNames.h"
 
-#include <cstring>
-#include <regex>
-
 #include "Support/TestSupport.h"
 
 namespace {

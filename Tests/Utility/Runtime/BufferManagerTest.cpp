@@ -1,12 +1,5 @@
-#include "Utility/Runtime/BufferManager.h"
-
-#include <algorithm>
-#include <string>
-#include <thread>
-
 #include "Support/TestSupport.h"
-#include "Utility/Global.h"
-#include "Utility/Runtime/LogWriter.h"
+#include "Utility.h"
 
 namespace {
 

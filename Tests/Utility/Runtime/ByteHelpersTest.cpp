@@ -1,8 +1,5 @@
-#include "Utility/Runtime/ByteHelpers.h"
-
-#include <climits>
-
 #include "Support/TestSupport.h"
+#include "Utility.h"
 #include "Utility/global_linux.h"
 
 namespace {

@@ -6,16 +6,13 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <thread>
 
 #include "Internal/LocalTime.h"
-#include "Support/TestSupport.h"
-#include "Utility/Global.h"
-#include "Utility/Runtime/LogWriter.h"
+#include "Support/LogSupport.h"
 
 namespace {
 
-class CommandRunner : public testing::Test {
+class CommandRunner : public test_support::LoggedTest {
 protected:
     // The lines of all files in the folder without their stamps, as soon as there are `count`, or after ten seconds.
     std::vector<std::string> Lines(std::size_t count) const {
@@ -42,13 +39,10 @@ protected:
         return status;
     }
 
-    const test_support::TempFolder folder_;
-    const test_support::Restore<std::string> path_{g_sLogPath}, message_{g_sLastErrorMessage};
     pthread_mutex_t mutex_ = PTHREAD_MUTEX_INITIALIZER;
 };
 
 TEST_F(CommandRunner, LogsEveryEndWhateverOtherThreadsDo) {
-    g_sLogPath = folder_.path();
     std::atomic<int> running{40};
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
@@ -84,12 +78,11 @@ TEST_F(CommandRunner, KeepsOutOfTheHostsCodeAndBuffers) {
 
 TEST_F(CommandRunner, ReportsAFailedFork) {
     std::filesystem::permissions(folder_.path(), std::filesystem::perms::all);
-    g_sLogPath = folder_.path();
     for (const rlim_t processes : {0u, 2u}) {  // not even the child, or not the grandchild
         const auto host = [&] {
             const rlimit limit{processes, processes};
-            if (geteuid() == 0 && setuid(54321) != 0) return 2;  // the limit does not bind root
-            if (setrlimit(RLIMIT_NPROC, &limit) != 0) return 2;
+            // The limit does not bind root.
+            if ((geteuid() == 0 && setuid(54321) != 0) || setrlimit(RLIMIT_NPROC, &limit) != 0) return 2;
             system_run("x", mutex_);
             // Not by exit, where a sanitizer may want a process to look for leaks.
             _exit(g_sLastErrorMessage == "error in fork! End!" ? 0 : 1);

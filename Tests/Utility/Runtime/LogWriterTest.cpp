@@ -1,22 +1,12 @@
-#include "Utility/Runtime/LogWriter.h"
-
 #include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <ctime>
-#include <sstream>
-#include <thread>
-#include <vector>
-
-#include "Support/TestSupport.h"
-#include "Utility/Global.h"
+#include "Support/LogSupport.h"
 
 namespace {
 
-using test_support::Bytes;
-using test_support::ReadFileBytes;
-using test_support::Restore;
+using test_support::Bytes, test_support::PrintedBy;
 
 std::string Format(std::time_t utc, const char* format) {
     std::tm time{};
@@ -26,20 +16,15 @@ std::string Format(std::time_t utc, const char* format) {
 }
 
 // Runs in a zone half an hour off any whole one where it is about noon: no test sees midnight.
-class LogWriter : public testing::Test {
+class LogWriter : public test_support::LoggedTest {
 protected:
     LogWriter() {
         const int behind = std::stoi(Format(std::time(nullptr), "%H")) - 12;
-        setenv("TZ", ("XST" + std::to_string(behind) + ":30").c_str(), 1);
-        tzset();
+        test_support::SetTimeZone(("XST" + std::to_string(behind) + ":30").c_str());
         behind_seconds_ = behind * 3600 + (behind < 0 ? -1800 : 1800);
         day_ = Format(std::time(nullptr) - behind_seconds_, "%Y%m%d");
-        g_sLogPath = folder_.path();
     }
-    ~LogWriter() override {
-        unsetenv("TZ");
-        tzset();
-    }
+    ~LogWriter() override { test_support::SetTimeZone("UTC0"); }
 
     // `text` with the stamp at its front, which must be of this moment, cut down to "[]".
     std::string WithoutStamp(const std::string& text) const {
@@ -50,11 +35,10 @@ protected:
         }
         return "no stamp of now: " + text;
     }
-    std::string Log(const char* extension) const { return ReadFileBytes(folder_ / (day_ + extension)); }
+    std::string Log(const char* extension) const {
+        return test_support::ReadFileBytes(folder_ / (day_ + extension));
+    }
 
-    const test_support::TempFolder folder_;
-    const Restore<std::string> path_{g_sLogPath};
-    const Restore<bool> log_{g_bLog};
     std::string day_;
     int behind_seconds_ = 0;
 };
@@ -79,35 +63,30 @@ TEST_F(LogWriter, AppendsStampedLinesPerDayAndKind) {
 }
 
 TEST_F(LogWriter, FallsBackToStandardOutput) {
-    const struct {
-        const char* directory;
-        const char* log_path;
-        bool is_error;
-        std::string file_name;
-    } kRows[] = {
+    const std::string no_room = folder_ / (day_ + ".err");  // opens, but takes nothing
+    ASSERT_EQ(symlink("/dev/full", no_room.c_str()), 0);
+    const std::tuple<const char*, const char*, bool, std::string> rows[] = {
         {"/no/such", "unused", false, "/no/such/" + day_ + ".log"},
         {"/no/such/", "unused", true, "/no/such/" + day_ + ".err"},
         {"/no/such\\", "unused", false, "/no/such\\" + day_ + ".log"},
         {nullptr, "/no/such", false, "/no/such/" + day_ + ".log"},
         {nullptr, "/no/such/", true, "/no/such//" + day_ + ".err"},
-        {nullptr, folder_.path().c_str(), true, folder_ / (day_ + ".err")},  // opens, but has no room
+        {nullptr, folder_.path().c_str(), true, no_room}};
+    for (const auto& [directory, log_path, is_error, file_name] : rows) {
+        g_sLogPath = log_path;
+        const auto write = [directory = directory, is_error = is_error] {
+            WriteLog("text", directory, is_error);
+        };
+        EXPECT_EQ(WithoutStamp(PrintedBy(write)), "[] text\nCannot write log file " + file_name + "!\r\n");
+    }
+    const auto write_in_a_process = [] {
+        if (fork() == 0) {
+            WriteLog(nullptr, "text");
+            _exit(0);  // flushes nothing
+        }
+        EXPECT_GT(wait(nullptr), 0);
     };
-    ASSERT_EQ(symlink("/dev/full", (folder_ / (day_ + ".err")).c_str()), 0);
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.file_name);
-        g_sLogPath = row.log_path;
-        testing::internal::CaptureStdout();
-        WriteLog("text", row.directory, row.is_error);
-        EXPECT_EQ(WithoutStamp(testing::internal::GetCapturedStdout()),
-                  "[] text\nCannot write log file " + row.file_name + "!\r\n");
-    }
-    testing::internal::CaptureStdout();
-    if (fork() == 0) {
-        WriteLog(nullptr, "text");
-        _exit(0);  // flushes nothing
-    }
-    ASSERT_GT(wait(nullptr), 0);
-    EXPECT_EQ(WithoutStamp(testing::internal::GetCapturedStdout()), "[] text\nCannot write log file!\r\n");
+    EXPECT_EQ(WithoutStamp(PrintedBy(write_in_a_process)), "[] text\nCannot write log file!\r\n");
 }
 
 TEST_F(LogWriter, ThreadsAndProcessesNeverMixLines) {
@@ -118,10 +97,7 @@ TEST_F(LogWriter, ThreadsAndProcessesNeverMixLines) {
     std::filesystem::current_path(folder_.path());
     g_sLogPath.clear();  // the working directory takes its place, once
     const pid_t child = fork();
-    if (child == 0) {
-        write('a');
-        _exit(0);
-    }
+    if (child == 0) write('a'), _exit(0);
     std::vector<std::thread> threads;
     for (const char name : {'b', 'c', 'd'}) threads.emplace_back(write, name);
     for (std::thread& thread : threads) thread.join();

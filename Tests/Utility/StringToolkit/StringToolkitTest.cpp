@@ -1,14 +1,9 @@
 // The string toolkit over all short texts of small alphabets, against regular expressions, the C library and
 // searches that look at everything; elsewhere against values worked out by hand.
 
-#include <gtest/gtest.h>
 #include <strings.h>
 
-#include <climits>
 #include <cmath>
-#include <cstring>
-#include <random>
-#include <regex>
 #include <set>
 
 #include "Support/TestSupport.h"
@@ -55,22 +50,20 @@ TEST(StringToolkitTest, StrTokenAndSplitOrAgreeWithTheCLibrary) {
 }
 
 TEST(StringToolkitTest, ReaderPutsTheTextBackAndGetStrVectorDropsLineEnds) {
-    const struct {
-        bool keep_inner_punct;
-        const char *delims, *token;
-    } rows[] = {{false, ",", "[^ ,\r][^,]*"},
-                {false, ",. \n", "[^ ,.\r\n]([^ ,.\n]*)"},
-                {true, ",", "[^ ,\r]([^,]|,(?=[0-9]))*"},
-                {true, ",. ", "[^ ,.\r]([^ ,.]|[.](?=[^ ,.])|,(?=[0-9]))*"}};
-    for (const auto& row : rows) {
-        const std::regex pattern(row.token), line_ends("[\r\n]+$");
-        CStrToken reader(row.keep_inner_punct);
+    const std::tuple<bool, const char*, const char*> rows[] = {
+        {false, ",", "[^ ,\r][^,]*"},
+        {false, ",. \n", "[^ ,.\r\n]([^ ,.\n]*)"},
+        {true, ",", "[^ ,\r]([^,]|,(?=[0-9]))*"},
+        {true, ",. ", "[^ ,.\r]([^ ,.]|[.](?=[^ ,.])|,(?=[0-9]))*"}};
+    for (const auto& [keep_inner_punct, delims, expression] : rows) {
+        const std::regex pattern(expression), line_ends("[\r\n]+$");
+        CStrToken reader(keep_inner_punct);
         for (const std::string& text : AllTexts(" a1.,\r\n", 5)) {
-            SCOPED_TRACE(Hex(text) + " cut at " + row.delims);
+            SCOPED_TRACE(Hex(text) + " cut at " + delims);
             Strings tokens, pieces;
             std::string copy = text, rebuilt;
             char *from = copy.data(), *end = text.size() % 2 == 0 ? nullptr : from + text.size();
-            while (const char* token = reader.GetToken(from, end, row.delims)) {
+            while (const char* token = reader.GetToken(from, end, delims)) {
                 if (from != nullptr) rebuilt.assign(text, 0, static_cast<std::size_t>(token - from));
                 rebuilt.append(token).append(reader.m_vSeparators.begin(), reader.m_vSeparators.end());
                 EXPECT_EQ(reader.m_bReachedEnd, reader.m_vSeparators[0] == '\0');
@@ -79,10 +72,10 @@ TEST(StringToolkitTest, ReaderPutsTheTextBackAndGetStrVectorDropsLineEnds) {
             }
             EXPECT_EQ(tokens, Cut(text, pattern));
             EXPECT_TRUE(copy == text && (tokens.empty() || rebuilt.c_str() == text)) << rebuilt;
-            if (row.keep_inner_punct) continue;
+            if (keep_inner_punct) continue;
             for (std::string& token : tokens) token = std::regex_replace(token, line_ends, "");
             tokens.erase(std::remove(tokens.begin(), tokens.end(), ""), tokens.end());
-            EXPECT_EQ(GetStrVector(text.c_str(), row.delims, pieces), tokens.size());
+            EXPECT_EQ(GetStrVector(text.c_str(), delims, pieces), tokens.size());
             EXPECT_EQ(pieces, tokens);
         }
     }
@@ -94,8 +87,7 @@ TEST(StringToolkitTest, ANewTextLeavesTheOldOneAsItStands) {
     EXPECT_STREQ(reader.GetToken(first, nullptr, ","), "a");
     EXPECT_STREQ(reader.GetToken(second, nullptr, ","), "c");
     EXPECT_STREQ(reader.GetToken(nullptr, nullptr, ","), "d");
-    EXPECT_EQ(reader.GetToken(nullptr, nullptr, ","), nullptr);
-    EXPECT_TRUE(reader.m_bReachedEnd);
+    EXPECT_TRUE(reader.GetToken(nullptr, nullptr, ",") == nullptr && reader.m_bReachedEnd);
     EXPECT_EQ(Hex(Bytes(first)) + " / " + Hex(Bytes(second)), "61 00 62 / 63 2C 64");
 }
 
@@ -104,7 +96,7 @@ using Lines = std::vector<std::pair<std::string, int>>;
 // What a caller reads who puts each saved byte back: the lines, and 1 for those that are records.
 Lines ReadLines(const std::string& text, bool allow_quoted) {
     Lines lines;
-    std::vector<char> copy(text.c_str(), text.c_str() + text.size() + 1);
+    std::vector<char> copy = test_support::Exactly(text + '\0');
     char *next = copy.data(), saved = 'x';
     int quoted = 2;
     while (const char* const line = StrLine(next, &next, &saved, &quoted, allow_quoted)) {
@@ -124,9 +116,8 @@ TEST(StringToolkitTest, StrLineReadsLinesAndRecords) {
         for (const bool allow_quoted : {false, true}) {
             Lines expected;
             std::sregex_iterator match(text.begin(), text.end(), allow_quoted ? quoted : plain), end;
-            for (; match != end; ++match) {
+            for (; match != end; ++match)
                 expected.emplace_back((*match)[(*match)[1].matched], (*match)[1].matched);
-            }
             EXPECT_EQ(ReadLines(text, allow_quoted), expected) << text;
         }
     }
@@ -159,14 +150,13 @@ TEST(StringToolkitTest, SplitsAndReplacesFromLeftToRight) {
             EXPECT_EQ(pieces, Cut(text, pattern, true)) << text << " at " << searched;
             for (const char* const inserted : {"", "aba", "bbbbb"}) {
                 std::string replaced = text;
-                EXPECT_EQ(gfn_vReplaceSubstr(replaced, searched.c_str(), inserted),
-                          Cut(text, pattern).size());
+                const std::size_t count = gfn_vReplaceSubstr(replaced, searched.c_str(), inserted);
+                EXPECT_EQ(count, Cut(text, pattern).size());
                 EXPECT_EQ(replaced, std::regex_replace(text, pattern, inserted));
             }
         }
     }
-    EXPECT_TRUE(gfn_bSplit("a b", pieces, nullptr) && gfn_bSplit("a b", pieces, "") &&
-                pieces == Strings{"a b"});
+    EXPECT_TRUE(gfn_bSplit("a b", pieces, nullptr) && gfn_bSplit("a b", pieces, "") && pieces[0] == "a b");
     EXPECT_TRUE(!gfn_bSplit(nullptr, pieces, ",") && pieces.empty());
     std::string text = Bytes("a\0a");
     EXPECT_EQ(gfn_vReplaceSubstr(text, nullptr, "b") + gfn_vReplaceSubstr(text, "", "b"), 0u);
@@ -181,8 +171,8 @@ TEST(StringToolkitTest, TrimsAByteOrBlankSpaceAtBothEnds) {
         trim(without_a, 'a');
         EXPECT_EQ(Hex(without_a), Hex(std::regex_replace(text, byte, "")));
         EXPECT_EQ(gfn_bTrimWord(without_blanks), !text.empty());
-        EXPECT_EQ(Hex(without_blanks),
-                  Hex(std::regex_replace(std::regex_replace(text, front, ""), back, "")));
+        const std::string without_front = std::regex_replace(text, front, "");
+        EXPECT_EQ(Hex(without_blanks), Hex(std::regex_replace(without_front, back, "")));
     }
 }
 
@@ -223,9 +213,8 @@ void CheckPrefixSearches(const Strings& table, const std::string& text) {
     matched[0] = MaxMatching(text.c_str(), entries.data(), entries.size(), &matched[1]);
     for (std::size_t n = 1; n <= text.size() && !table.empty(); ++n) {
         std::size_t shortest = 99;
-        for (const std::string& entry : table) {
+        for (const std::string& entry : table)
             if (entry.compare(0, n, text, 0, n) == 0) shortest = std::min(shortest, entry.size());
-        }
         const long found = BinaryPrefixSearch(text.c_str(), n, entries.data(), 0, entries.size() - 1);
         ASSERT_EQ(found >= 0, shortest < 99) << text;
         if (found < 0) break;
@@ -285,37 +274,27 @@ TEST(StringToolkitTest, StrLocateOverlooksBlanks) {
         return Numbers{result, static_cast<long>(start), static_cast<long>(end), offset};
     };
     for (const std::string& pattern : AllTexts("ab ", 5)) {
-        for (const std::string& text : AllTexts("ab ", 6)) {
+        for (const std::string& text : AllTexts("ab ", 6))
             EXPECT_EQ(locate(text, pattern, -1), Locate(text, pattern)) << text << "|" << pattern;
-        }
     }
     EXPECT_EQ(locate("ab a\r\nbc", "a b\n", 2), (Numbers{0, 3, 7, 2}));
     EXPECT_EQ(locate(std::string(1 << 20, 'a'), std::string(100000, 'a') + "b", 0)[0], 100000);
 }
 
 TEST(StringToolkitTest, StrMatchAllowsTagsMarksAndBeginnings) {
-    const struct {
-        const char *a, *b;
-        int maximum;
-        long position;  // -1 for no match
-    } rows[] = {{"\t<b>Hello", "He llo world", -1, 0},
-                {"Hello", "Help me", -1, -1},
-                {"Hellx", "Helly H", -1, 0},
-                {"\xD6\xD0\xB9\xFAx", "\xD6\xD0\xB9\xFAy", -1, -1},  // no ASCII among four bytes
-                {"abcdef", "abcxyz", 3, 0},
-                {"world", "Hello wo\trld", -1, -1},  // a tab is no blank to the search
-                {"world", "Hello wo\nrld", -1, 6},
-                {"ld", "Hello world", -1, -1},
-                {"abcdef", "xyabcd", 4, 2},
-                {"abcdef", "xyabcd", 5, -1},
-                {"<1234567890123>x", "[1234567890123] x", -1, 0},
-                {"<12345678901234>x", "x", -1, -1},
-                {"x", "[12345678901234]x", -1, -1},
-                {"<b>", "[1]", -1, -1}};
-    for (const auto& row : rows) {
+    // clang-format off
+    const std::tuple<const char*, const char*, int, long> rows[] = {  // maximum, position; -1 for no match
+        {"\t<b>Hello", "He llo world", -1, 0}, {"Hello", "Help me", -1, -1}, {"Hellx", "Helly H", -1, 0},
+        {"\xD6\xD0\xB9\xFAx", "\xD6\xD0\xB9\xFAy", -1, -1},  // no ASCII among four bytes
+        {"world", "Hello wo\trld", -1, -1}, {"world", "Hello wo\nrld", -1, 6},  // a tab is no blank to the search
+        {"ld", "Hello world", -1, -1}, {"abcdef", "abcxyz", 3, 0}, {"abcdef", "xyabcd", 4, 2}, {"abcdef", "xyabcd", 5, -1},
+        {"<1234567890123>x", "[1234567890123] x", -1, 0}, {"<12345678901234>x", "x", -1, -1},
+        {"x", "[12345678901234]x", -1, -1}, {"<b>", "[1]", -1, -1}};
+    // clang-format on
+    for (const auto& [a, b, maximum, expected] : rows) {
         unsigned long position = 9;
-        const bool matches = StrMatch(row.a, row.b, position, row.maximum);
-        EXPECT_EQ(matches ? static_cast<long>(position) : -1, row.position) << row.a << "|" << row.b;
+        const bool matches = StrMatch(a, b, position, maximum);
+        EXPECT_EQ(matches ? static_cast<long>(position) : -1, expected) << a << "|" << b;
     }
     std::string common = "old";
     EXPECT_TRUE(prefixMatch("\tab", "ab", common) == 0 && common.empty());
@@ -362,8 +341,9 @@ TEST(StringToolkitTest, HashesHaveTheirKnownValues) {
         {"abcdefghijklmnopqrstuvwxyz0123456789",
          {108887817, 603811166, 557349497, 169551, static_cast<long>(11574022147833870194u)}}};
     for (const auto& [text, hashes] : rows) {
-        EXPECT_EQ(hashes, (Numbers{UrlHash(text), static_cast<long>(Tianlhash(text)), HfIp(text), _hf(text),
-                                   static_cast<long>(Strhash(text))}));
+        const auto tianl_hash = static_cast<long>(Tianlhash(text)),
+                   str_hash = static_cast<long>(Strhash(text));
+        EXPECT_EQ(hashes, (Numbers{UrlHash(text), tianl_hash, HfIp(text), _hf(text), str_hash}));
         EXPECT_EQ(ELFhash(text), UrlHash(text));
     }
     // The last 96 bytes and the length enter, the length up to 256.
@@ -378,17 +358,15 @@ TEST(StringToolkitTest, HashesHaveTheirKnownValues) {
 }
 
 TEST(StringToolkitTest, ComputeSimRewardsCharactersInOrder) {
-    EXPECT_TRUE(ComputeSim(nullptr, nullptr) == 1.0 && ComputeSim("", "") == 1.0);
-    EXPECT_TRUE(ComputeSim(nullptr, "") == 0.5 && ComputeSim("", nullptr) == 0.5 &&
-                ComputeSim("", "x") == 0.5);
-    EXPECT_TRUE(ComputeSim("x", "") == 0.0 && ComputeSim("x", nullptr) == 0.0);
-    EXPECT_TRUE(ComputeSim("Hello", "hELLO") == 1.0 && ComputeSim("ELL", "hello") == 0.0);
-    EXPECT_DOUBLE_EQ(ComputeSim("ell", "hello"), 0.6);
-    EXPECT_DOUBLE_EQ(ComputeSim("abd", "abc"), 1.9 / 3 * 1.9 / 3);
-    EXPECT_DOUBLE_EQ(ComputeSim("ba", "ab"), 0.64);
-    EXPECT_DOUBLE_EQ(ComputeSim("aa", "a"), 1.62);
-    EXPECT_DOUBLE_EQ(ComputeSim("\xB9\xFA\xD6\xD0", "\xD6\xD0\xB9\xFA"), 3.2 / 4 * 3.2 / 4);
-    EXPECT_DOUBLE_EQ(ComputeSim("\xD0\xB9\xD6\xD0\xA1", "\xD6\xD0\xB9"), 3.0 / 3 * 3.0 / 5);
+    // clang-format off
+    const std::tuple<const char*, const char*, double> rows[] = {
+        {nullptr, nullptr, 1}, {"", "", 1}, {nullptr, "", 0.5}, {"", nullptr, 0.5}, {"", "x", 0.5}, {"x", "", 0},
+        {"x", nullptr, 0}, {"Hello", "hELLO", 1}, {"ELL", "hello", 0}, {"ell", "hello", 0.6}, {"ba", "ab", 0.64},
+        {"aa", "a", 1.62}, {"abd", "abc", 1.9 / 3 * 1.9 / 3},
+        {"\xB9\xFA\xD6\xD0", "\xD6\xD0\xB9\xFA", 3.2 / 4 * 3.2 / 4},
+        {"\xD0\xB9\xD6\xD0\xA1", "\xD6\xD0\xB9", 3.0 / 3 * 3.0 / 5}};
+    // clang-format on
+    for (const auto& [a, b, similarity] : rows) EXPECT_DOUBLE_EQ(ComputeSim(a, b), similarity) << similarity;
 }
 
 TEST(StringToolkitTest, SortByNumberKeepsTheOrderOfEqualNumbers) {
