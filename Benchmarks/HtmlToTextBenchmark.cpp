@@ -58,8 +58,7 @@ void ToText(benchmark::State& state, const std::string& page, std::string_view s
 }
 
 BENCHMARK_CAPTURE(ToText, ordinary_page, OrdinaryPage(), "图书馆");
-BENCHMARK_CAPTURE(ToText, plain_english, Repeat("Every reader may borrow five books at a time. "),
-                  "Every reader");
+BENCHMARK_CAPTURE(ToText, plain_english, Repeat("Every reader may borrow five books at a time. "), "Every reader");
 BENCHMARK_CAPTURE(ToText, plain_chinese, Repeat("读者凭证借阅图书，每次可借五册。"), "读者凭证");
 BENCHMARK_CAPTURE(ToText, open_comments, Repeat("<!--"), "<!--<!--");
 BENCHMARK_CAPTURE(ToText, ampersands, Repeat("&"), "&&&&");

@@ -14,9 +14,8 @@ int main(int argc, char** argv) {
     // Once, before detection and before threads start: loading is not guarded.
     if (CodeTrans_Initialize(argv[1]) != 0) return std::cerr << argv[1] << ": no code maps\n", 1;
     std::string page;
-    if (ReadFile(argv[2], page, 0, 0, true) == 0) {  // the string form leaves out NUL bytes
-        const std::unique_ptr<char[]> message(
-            GetLastErrorMsg());  // ours to free: no buffer manager is installed
+    if (ReadFile(argv[2], page, 0, 0, true) == 0) {                // the string form leaves out NUL bytes
+        const std::unique_ptr<char[]> message(GetLastErrorMsg());  // ours to free: no buffer manager is installed
         return std::cerr << message.get() << '\n', 1;
     }
 
@@ -40,8 +39,7 @@ int main(int argc, char** argv) {
 
     // On GBK text only ASCII marks end a sentence: the list of Chinese marks is stored as UTF-8.
     int sentences = 0;
-    for (const char* rest = text.data(); *rest != '\0'; ++sentences)
-        rest += FindSentenceEnd(rest, 0, page.size());
+    for (const char* rest = text.data(); *rest != '\0'; ++sentences) rest += FindSentenceEnd(rest, 0, page.size());
     std::cout << sentences << " sentence ends\n";
 
     // Half width and lower case, in place; "true" keeps the separators. Never longer than before.

@@ -51,9 +51,7 @@ private:
 // Exactly `size` bytes, so that the sanitizer sees one byte too many.
 class Exact {
 public:
-    explicit Exact(std::size_t size) : bytes_(new char[size]), size_(size) {
-        std::memset(bytes_.get(), 'x', size);
-    }
+    explicit Exact(std::size_t size) : bytes_(new char[size]), size_(size) { std::memset(bytes_.get(), 'x', size); }
     // The text with its NUL.
     explicit Exact(const std::string& text) : Exact(text.size() + 1) {
         std::memcpy(bytes_.get(), text.c_str(), text.size() + 1);

@@ -22,8 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const std::string_view bytes(page.get(), html.size());
     FUZZ_CHECK(textkit::IsValidUtf8(textkit::PageText(bytes)));
-    for (const auto encoding : {textkit::Encoding::kUtf8, textkit::Encoding::kGbk, textkit::Encoding::kBig5,
-                                textkit::Encoding::kUtf16Le}) {
+    for (const auto encoding :
+         {textkit::Encoding::kUtf8, textkit::Encoding::kGbk, textkit::Encoding::kBig5, textkit::Encoding::kUtf16Le}) {
         const textkit::Decoded page_text = textkit::Decode(bytes, encoding);
         FUZZ_CHECK(textkit::IsValidUtf8(page_text.text));
         FUZZ_CHECK(page_text.first_replaced < bytes.size() || page_text.replaced == 0);

@@ -44,8 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         unsigned char code[4];
         const int length = int_uncompress(reinterpret_cast<unsigned char*>(bytes.data() + pos), &value);
         FUZZ_CHECK(length >= 1 && length <= 4);
-        FUZZ_CHECK(int_compress(value, code) <= length && int_uncompress(code, &again) >= 1 &&
-                   again == value);
+        FUZZ_CHECK(int_compress(value, code) <= length && int_uncompress(code, &again) >= 1 && again == value);
     }
     return sum == 0x7FFFFFFFFFFFFFFF;
 }

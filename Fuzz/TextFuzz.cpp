@@ -12,11 +12,9 @@ void CheckAnalysis(const std::string& text, const std::string& other) {
     fuzz::Exact copy(text);
     unsigned char* const bytes = copy.bytes();
     FUZZ_CHECK(GetCCPrefix(bytes) <= text.size() + 1);
-    IsAllChinese(bytes), IsAllNonChinese(bytes), IsAllSingleByte(bytes, 0), IsAllIndex(bytes),
-        IsAllLetter(bytes);
+    IsAllChinese(bytes), IsAllNonChinese(bytes), IsAllSingleByte(bytes, 0), IsAllIndex(bytes), IsAllLetter(bytes);
     IsAllDelimiter(bytes), IsDelimiter(copy.get()), IsEnglishText(copy.get());
-    IsAllNum(copy.get(), 0), IsAllChineseNum(copy.get(), 0), IsYearTime(copy.get(), 0),
-        IsDayTime(copy.get(), 0);
+    IsAllNum(copy.get(), 0), IsAllChineseNum(copy.get(), 0), IsYearTime(copy.get(), 0), IsDayTime(copy.get(), 0);
     unsigned long singles = 0, multis = 0;
     CharStat(copy.get(), singles, multis, true);
     FUZZ_CHECK(singles + multis <= text.size());
@@ -85,8 +83,7 @@ void CheckSearching(const std::string& text, const std::string& pattern) {
     FUZZ_CHECK(value.size() <= text.size());
     str2time(text.c_str());
     const double similarity = ComputeSim(text.substr(0, 300).c_str(), pattern.substr(0, 300).c_str());
-    FUZZ_CHECK(similarity >= 0 &&
-               similarity <= 300);  // above 1 where the first repeats what the second has once
+    FUZZ_CHECK(similarity >= 0 && similarity <= 300);  // above 1 where the first repeats what the second has once
 }
 
 }  // namespace

@@ -21,8 +21,7 @@ bool LooksLikeUtf16Be(std::string_view bytes) {
     constexpr std::size_t kProbe = 64;
     const std::size_t pairs = std::min(bytes.size(), kProbe) / 2;
     std::size_t ascii_pairs = 0;
-    for (std::size_t i = 0; i < pairs; ++i)
-        ascii_pairs += bytes[2 * i] == '\0' && ByteAt(bytes, 2 * i + 1) - 1u < 0x7F;
+    for (std::size_t i = 0; i < pairs; ++i) ascii_pairs += bytes[2 * i] == '\0' && ByteAt(bytes, 2 * i + 1) - 1u < 0x7F;
     return pairs >= 2 && ascii_pairs * 4 >= pairs * 3;
 }
 
@@ -88,9 +87,7 @@ Encoding CheckUtf16(std::string_view bytes) {
         return byte == '\t' || byte == '\r' || byte == '\n' || byte - 0x20u < 0x5F;
     };
     // The upper halves of most units of Chinese text and markup.
-    const auto is_upper = [](unsigned char b) {
-        return b == 0 || b == 0x30 || (b >= 0x4E && b <= 0x9F) || b == 0xFF;
-    };
+    const auto is_upper = [](unsigned char b) { return b == 0 || b == 0x30 || (b >= 0x4E && b <= 0x9F) || b == 0xFF; };
     for (std::size_t pos = 0; pos + 1 < bytes.size(); pos += 2, ++pairs) {
         const unsigned char first = ByteAt(bytes, pos), second = ByteAt(bytes, pos + 1);
         ascii_pairs += is_text(first) && is_text(second);
@@ -140,8 +137,7 @@ bool IsSupported(Encoding encoding) {
 Encoding DetectEncoding(std::string_view bytes, const textkit::CodeMaps& maps) {
     const Encoding foreign = FromForeignMark(bytes);
     if (foreign != Encoding::kUnknown) return foreign;
-    const bool ascii =
-        std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<signed char>(c) > 0; });
+    const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<signed char>(c) > 0; });
     if (ascii) return Encoding::kAscii;
     const Encoding detected = FromDetector(bytes, maps);
     return detected != Encoding::kUnknown ? detected : FromDeclaration(bytes);

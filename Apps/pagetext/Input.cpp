@@ -40,8 +40,7 @@ std::string ReadPage(const std::string& name, std::string& bytes) {
     if (length == 0) return std::strerror(buffer == nullptr ? ENOMEM : EIO);
     // Where the size is not that of the content (a file cut short meanwhile, some files of the system), the rest of the
     // buffer is NUL bytes that nobody wrote.
-    if (std::fseek(probe.get(), static_cast<long>(length) - 1, SEEK_SET) != 0 ||
-        std::fgetc(probe.get()) == EOF) {
+    if (std::fseek(probe.get(), static_cast<long>(length) - 1, SEEK_SET) != 0 || std::fgetc(probe.get()) == EOF) {
         std::rewind(probe.get());
         return ReadToEnd(probe.get(), bytes);
     }

@@ -215,8 +215,7 @@ void Declare(CLI::App& app, Options& options, std::string& from, std::string& to
     form("--json", Form::kJson, "One JSON object a page: name, encoding, text, sentences, emails, replaced")
         ->excludes(to_option);
     forms->require_option(0, 1);
-    app.add_option("--data", options.data_file,
-                   "Code maps to use instead of the built-in ones: path of a codemaps.dat")
+    app.add_option("--data", options.data_file, "Code maps to use instead of the built-in ones: path of a codemaps.dat")
         ->take_last()
         ->required(PAGETEXT_NEEDS_DATA);
 }
@@ -225,15 +224,13 @@ void Declare(CLI::App& app, Options& options, std::string& from, std::string& to
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
-    CLI::App app("Reads pages in GBK, Big5, UTF-8 or UTF-16LE, strips the markup and writes clean text.",
-                 "pagetext");
+    CLI::App app("Reads pages in GBK, Big5, UTF-8 or UTF-16LE, strips the markup and writes clean text.", "pagetext");
     Options options;
     std::string from = "auto", to = "utf-8";
     Declare(app, options, from, to);
     // CLI11 takes "[a,b]" for a list of names.
     std::vector<std::string> arguments;
-    for (int i = argc - 1; i > 0; --i)
-        arguments.push_back(argv[i][0] == '[' ? std::string("./") + argv[i] : argv[i]);
+    for (int i = argc - 1; i > 0; --i) arguments.push_back(argv[i][0] == '[' ? std::string("./") + argv[i] : argv[i]);
     try {
         app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {

@@ -77,8 +77,8 @@ std::vector<std::string> Tokens(std::string_view utf8_text) {
     constexpr char kDelimiters[] = " \t\r\n.,;:!?()[]{}<>\"'`/\\|@#$%^&*+=~";
     std::vector<std::string> tokens;
     CStrToken tokeniser(true);
-    for (char* token = tokeniser.GetToken(text.data(), text.data() + text.size(), kDelimiters);
-         token != nullptr; token = tokeniser.GetToken(nullptr, nullptr, kDelimiters)) {
+    for (char* token = tokeniser.GetToken(text.data(), text.data() + text.size(), kDelimiters); token != nullptr;
+         token = tokeniser.GetToken(nullptr, nullptr, kDelimiters)) {
         tokens.emplace_back(token);
     }
     return tokens;

@@ -12,8 +12,7 @@ namespace utility::internal {
 template <typename Unsigned>
 constexpr Unsigned LoadLittleEndian(const unsigned char* bytes) {
     Unsigned value = 0;
-    for (std::size_t i = 0; i < sizeof value; ++i)
-        value |= static_cast<Unsigned>(Unsigned{bytes[i]} << 8 * i);
+    for (std::size_t i = 0; i < sizeof value; ++i) value |= static_cast<Unsigned>(Unsigned{bytes[i]} << 8 * i);
     return value;
 }
 

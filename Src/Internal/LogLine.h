@@ -10,8 +10,7 @@
 
 namespace utility::internal {
 
-void WriteLogLine(const std::string& message, const std::string& directory, bool is_error,
-                  const std::tm& time);
+void WriteLogLine(const std::string& message, const std::string& directory, bool is_error, const std::tm& time);
 
 }  // namespace utility::internal
 

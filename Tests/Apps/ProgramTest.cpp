@@ -73,12 +73,10 @@ TEST(ProgramTest, GoesOnAfterAPageThatCannotBeRead) {
     test_support::WriteFileBytes(folder / "empty", "");
     test_support::WriteFileBytes(folder / "be", test_support::Bytes("\xFE\xFF\0a"));
     test_support::WriteFileBytes(folder / "good", "\xD6\xD0\xCE\xC4<p>end");
-    const Outcome outcome =
-        PageText(folder / "missing" + " " + (folder / "be") + " " + (folder / "empty") + " " +
-                 folder.path().string() + " " + (folder / "good") + " --from gbk --plain");
+    const Outcome outcome = PageText(folder / "missing" + " " + (folder / "be") + " " + (folder / "empty") + " " +
+                                     folder.path().string() + " " + (folder / "good") + " --from gbk --plain");
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.output.find("missing: No such file or directory\n"), std::string::npos)
-        << outcome.output;
+    EXPECT_NE(outcome.output.find("missing: No such file or directory\n"), std::string::npos) << outcome.output;
     EXPECT_NE(outcome.output.find(folder.path().string() + ": Is a directory\n"), std::string::npos);
     EXPECT_NE(outcome.output.find("中文<p>end\n"), std::string::npos);
     EXPECT_EQ(PageText("--detect " + (folder / "be") + " " + (folder / "empty")).output,

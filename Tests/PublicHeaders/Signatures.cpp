@@ -196,16 +196,14 @@ constexpr bool kMovable = ((std::is_nothrow_move_constructible_v<Class> &&
 static_assert(kDefaultConstructible<CBufferManager, CIntArray, CStaticStr, CReadFile, _email>);
 static_assert(std::is_constructible_v<CStrToken, bool> && std::is_copy_assignable_v<_email>);
 static_assert(std::is_trivially_copyable_v<_tIntArray> && std::is_trivially_copyable_v<_index_digit>);
-static_assert(kUncopyable<CBufferManager, CReadFile, CIntArray, CStaticStr> &&
-              kMovable<CIntArray, CStaticStr>);
+static_assert(kUncopyable<CBufferManager, CReadFile, CIntArray, CStaticStr> && kMovable<CIntArray, CStaticStr>);
 
 // Variables and constants
 static_assert(Pin<string>({&g_sLastErrorMessage, &g_sLogPath, &g_sDefaultDir}) == 3);
 static_assert(Pin<int>({&g_nEncodeType, &g_nLangType}) + Pin<bool>({&g_bLog}) == 3);
 static_assert(Pin<CBufferManager*>({&g_pBufManager}) + Pin<size_t>({&CodeTrans_iTransErrCnt}) == 2);
 static_assert(std::is_same_v<decltype(CodeTable), const unsigned short[65536]>);
-static_assert(ENCODE_UNKNOWN == 0 && ENCODE_UTF8 == 1 && ENCODE_GBK == 2 && ENCODE_BIG5 == 3 &&
-              ENCODE_UNICODE == 8);
+static_assert(ENCODE_UNKNOWN == 0 && ENCODE_UTF8 == 1 && ENCODE_GBK == 2 && ENCODE_BIG5 == 3 && ENCODE_UNICODE == 8);
 
 // Lengths, file sizes and time values count in 64 bits.
 static_assert(sizeof(size_t) == 8 && sizeof(long) == 8 && sizeof(std::time_t) == 8);

@@ -162,8 +162,8 @@ inline std::string ReadFileBytes(const std::string& path) {
 inline bool HasGbkLocale() {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     wchar_t wide[2] = {};
-    const bool works = std::setlocale(LC_ALL, "zh_CN.gbk") != nullptr &&
-                       std::mbstowcs(wide, "\xD6\xD0", 1) == 1 && wide[0] == 0x4E2D;
+    const bool works =
+        std::setlocale(LC_ALL, "zh_CN.gbk") != nullptr && std::mbstowcs(wide, "\xD6\xD0", 1) == 1 && wide[0] == 0x4E2D;
     std::setlocale(LC_ALL, before.c_str());
     return works;
 }
@@ -171,8 +171,7 @@ inline bool HasGbkLocale() {
 }  // namespace test_support
 
 // Skips the test, visibly, where the machine has no GBK locale to compare with.
-#define SKIP_WITHOUT_GBK_LOCALE()      \
-    if (!test_support::HasGbkLocale()) \
-    GTEST_SKIP() << "no zh_CN.gbk locale on this machine (./test.sh makes one)"
+#define SKIP_WITHOUT_GBK_LOCALE() \
+    if (!test_support::HasGbkLocale()) GTEST_SKIP() << "no zh_CN.gbk locale on this machine (./test.sh makes one)"
 
 #endif

@@ -45,8 +45,7 @@ std::string PathTo(const Records& records, std::size_t record) {
 }
 
 void PrintStates(std::ostream& out, const Records& records) {
-    out << "# " << records.size()
-        << " records. Number, bytes that lead there (^ from the root, … from the middle of a "
+    out << "# " << records.size() << " records. Number, bytes that lead there (^ from the root, … from the middle of a "
         << "text), deltas for GBK,\n# Big5, Unicode and UTF-8 or verdict, > the record that it falls back "
            "to. Unused "
         << "records are left out.\n";
@@ -97,13 +96,11 @@ DataFile ReadDataFile(const std::filesystem::path& path) {
     for (CodeMap* map : {&data.gbk, &data.big5})
         for (std::uint16_t& entry : *map) entry = static_cast<std::uint16_t>(Take(rest, 2));
     const std::uint32_t count = Take(rest, 4);
-    if (rest.size() / utility::internal::kRecordBytes < count)
-        throw std::runtime_error("the file is too short");
+    if (rest.size() / utility::internal::kRecordBytes < count) throw std::runtime_error("the file is too short");
     const auto field = [&] { return static_cast<std::int32_t>(Take(rest, 4)); };
     for (std::uint32_t i = 0; i < count; ++i) {
         _tTrieNode record{};
-        for (std::int32_t* value : {&record.nBase, &record.nCheck, &record.nFail, &record.nValue})
-            *value = field();
+        for (std::int32_t* value : {&record.nBase, &record.nCheck, &record.nFail, &record.nValue}) *value = field();
         data.records.push_back(record);
     }
     return data;

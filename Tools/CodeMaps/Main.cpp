@@ -49,8 +49,7 @@ int main(int argc, char** argv) try {
         std::cout.flush();
         return std::cout.good() ? 0 : 1;
     }
-    std::cerr
-        << "usage: codemaps build GBK_GRID BIG5_GRID PATTERNS OUT | print FILE | embed FILE | check FILE\n";
+    std::cerr << "usage: codemaps build GBK_GRID BIG5_GRID PATTERNS OUT | print FILE | embed FILE | check FILE\n";
     return 2;
 } catch (const std::exception& error) {
     std::cerr << "codemaps: " << error.what() << '\n';

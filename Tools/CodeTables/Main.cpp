@@ -84,8 +84,7 @@ void Generate(const CodeToUnicode& gbk) {
         "// 65,536 entries, 16 a row: the GBK code of each code point, 0 where there is none.\n");
     for (unsigned row = 0; row < table.size(); row += kPerRow) {
         std::printf("/* %04X */ ", row);
-        for (unsigned i = 0; i < kPerRow; ++i)
-            std::printf(table[row + i] == 0 ? "0," : "0x%04X,", table[row + i]);
+        for (unsigned i = 0; i < kPerRow; ++i) std::printf(table[row + i] == 0 ? "0," : "0x%04X,", table[row + i]);
         std::printf("\n");
     }
 }

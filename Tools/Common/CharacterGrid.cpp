@@ -42,12 +42,8 @@ void AppendUtf8(std::string& text, char16_t code_point) {
 
 char16_t TakeUtf8(std::string_view& text) {
     const unsigned char lead = text.empty() ? 0xFF : static_cast<unsigned char>(text[0]);
-    const std::size_t length = lead < 0x80                   ? 1
-                               : lead >= 0xC2 && lead < 0xE0 ? 2
-                               : lead >= 0xE0 && lead < 0xF0 ? 3
-                                                             : 0;
-    if (length == 0 || text.size() < length)
-        throw std::runtime_error("not UTF-8 of the Basic Multilingual Plane");
+    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3 : 0;
+    if (length == 0 || text.size() < length) throw std::runtime_error("not UTF-8 of the Basic Multilingual Plane");
     unsigned code_point = length == 1 ? lead : lead & (length == 2 ? 0x1Fu : 0x0Fu);
     for (std::size_t i = 1; i < length; ++i) {
         const auto next = static_cast<unsigned char>(text[i]);

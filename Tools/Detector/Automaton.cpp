@@ -132,8 +132,7 @@ void Automaton::LinkMiddle(const std::map<int, std::string>& chosen) {
             State& state = states_[static_cast<std::size_t>(child)];
             const auto choice = chosen.find(child);
             if (choice == chosen.end()) {
-                if (parent != kGround)
-                    state.fallback = Step(states_[static_cast<std::size_t>(parent)].fallback, byte);
+                if (parent != kGround) state.fallback = Step(states_[static_cast<std::size_t>(parent)].fallback, byte);
                 continue;
             }
             state.fallback = Walk(choice->second);
@@ -158,8 +157,7 @@ Records Automaton::Pack(std::vector<int>& record_of) const {
     std::vector<int> order(states_.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-        return states_[static_cast<std::size_t>(a)].next.size() >
-               states_[static_cast<std::size_t>(b)].next.size();
+        return states_[static_cast<std::size_t>(a)].next.size() > states_[static_cast<std::size_t>(b)].next.size();
     });
     Layout layout(2);  // the root and the ground
     std::vector<int> base_of(states_.size());
@@ -195,8 +193,7 @@ std::vector<std::string> FindFaults(const Records& records) {
         const auto report = [&](const char* what) {
             faults.push_back("record " + std::to_string(index) + ": " + what);
         };
-        if (record.nBase < 0 || record.nBase + std::int64_t{255} >= size)
-            report("transitions leave the table");
+        if (record.nBase < 0 || record.nBase + std::int64_t{255} >= size) report("transitions leave the table");
         if (record.nCheck < kNoParent || record.nCheck >= size) {
             report("entered from outside the table");
         } else if (record.nCheck >= 0) {

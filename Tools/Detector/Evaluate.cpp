@@ -58,8 +58,7 @@ Options ParseOptions(int count, char** words) {
             options.seed = std::stoull(value);
         } else if (name == "--sizes") {
             options.sizes.clear();
-            for (const std::string& size : tools::SplitList(value))
-                options.sizes.push_back(std::stoull(size));
+            for (const std::string& size : tools::SplitList(value)) options.sizes.push_back(std::stoull(size));
         } else {
             throw std::runtime_error("no option " + name);
         }
@@ -94,8 +93,7 @@ bool TakesPart(const Case& which, const tools::TextFile& file) {
 }
 
 // The window as bytes, empty if it does not qualify.
-std::string EncodeWindow(const tools::Encoder& encoder, tools::Channel encoding,
-                         const std::u16string& window) {
+std::string EncodeWindow(const tools::Encoder& encoder, tools::Channel encoding, const std::u16string& window) {
     const auto han = std::count_if(window.begin(), window.end(), tools::IsHan);
     std::string bytes;
     if (static_cast<std::size_t>(han) * 2 < window.size()) return bytes;
@@ -113,8 +111,7 @@ void JudgeWindows(const Case& which, const std::vector<tools::TextFile>& files, 
     Tally tally(which, std::to_string(size));
     tools::Random random(options.seed);
     std::size_t found = 0;
-    for (std::size_t tries = 0; found < options.windows && tries < options.windows * kTriesPerWindow;
-         ++tries) {
+    for (std::size_t tries = 0; found < options.windows && tries < options.windows * kTriesPerWindow; ++tries) {
         if (text.size() < size) break;
         const std::u16string window = text.substr(random.Below(text.size() - size + 1), size);
         const std::string bytes = EncodeWindow(encoder, which.encoding, window);
@@ -142,8 +139,7 @@ int main(int argc, char** argv) try {
         return 2;
     }
     const Options options = ParseOptions(argc - 5, argv + 5);
-    if (CodeTrans_Initialize(argv[1]) != 0)
-        throw std::runtime_error(std::string(argv[1]) + ": cannot be loaded");
+    if (CodeTrans_Initialize(argv[1]) != 0) throw std::runtime_error(std::string(argv[1]) + ": cannot be loaded");
     const tools::Encoder encoder(tools::ReadGrid(argv[2]), tools::ReadGrid(argv[3]));
     const auto files = tools::ReadCorpus(argv[4], options.selection);
     for (const Case& which : kCases) {

@@ -44,8 +44,7 @@ ByteClass TakeClass(std::string_view& text) {
         unsigned first = 0;
         if (!TakeHexByte(text, first)) throw std::runtime_error("expected bytes and ranges up to ]");
         unsigned last = first;
-        if (Take(text, '-') && !TakeHexByte(text, last))
-            throw std::runtime_error("expected the end of a range");
+        if (Take(text, '-') && !TakeHexByte(text, last)) throw std::runtime_error("expected the end of a range");
         for (unsigned byte = first; byte <= last; ++byte) bytes.set(byte);
         SkipBlanks(text);
     }

@@ -77,8 +77,7 @@ std::u16string DrawEveryCharacter(const tools::CodeToUnicode& grid, tools::Rando
     std::u16string characters, text;
     for (const auto& code : grid) characters += code.second;
     for (int round = 0; round < kRounds; ++round) {
-        for (std::size_t i = characters.size(); i > 1; --i)
-            std::swap(characters[i - 1], characters[random.Below(i)]);
+        for (std::size_t i = characters.size(); i > 1; --i) std::swap(characters[i - 1], characters[random.Below(i)]);
         text += characters;
     }
     return text;
@@ -105,8 +104,7 @@ std::vector<Source> Sources(const std::vector<tools::TextFile>& files, const too
             }
         }
         sources.push_back(std::move(running));
-        sources.push_back(
-            {kEveryCharacter, traditional, DrawEveryCharacter(traditional ? big5 : gbk, random)});
+        sources.push_back({kEveryCharacter, traditional, DrawEveryCharacter(traditional ? big5 : gbk, random)});
     }
     return sources;
 }
@@ -166,8 +164,7 @@ void PrintScores(const Automaton& automaton, const std::array<Shares, kChannels>
         std::array<double, kChannels> share{};
         for (std::size_t channel = 0; channel < kChannels; ++channel) share[channel] = shares[channel][i];
         const Deltas deltas = ScoreOf(share);
-        if (std::all_of(deltas.begin(), deltas.end(), [&](int delta) { return delta == deltas[0]; }))
-            continue;
+        if (std::all_of(deltas.begin(), deltas.end(), [&](int delta) { return delta == deltas[0]; })) continue;
         std::string bytes = states[i].bytes;
         const auto last = static_cast<unsigned char>(bytes.back());
         bytes.pop_back();
@@ -177,8 +174,7 @@ void PrintScores(const Automaton& automaton, const std::array<Shares, kChannels>
         std::map<std::string, std::string> ordered;
         for (const auto& [deltas, last] : scores) {
             tools::Pattern pattern;
-            for (const char c : bytes)
-                pattern.bytes.push_back(tools::ByteClass().set(static_cast<unsigned char>(c)));
+            for (const char c : bytes) pattern.bytes.push_back(tools::ByteClass().set(static_cast<unsigned char>(c)));
             pattern.bytes.push_back(last);
             std::size_t first = 0;
             while (!last[first]) ++first;
@@ -199,8 +195,7 @@ int main(int argc, char** argv) try {
     }
     tools::Selection selection;
     for (int i = 6; i < argc; i += 2)
-        (std::string(argv[i]) == "--only" ? selection.only : selection.without) =
-            tools::SplitList(argv[i + 1]);
+        (std::string(argv[i]) == "--only" ? selection.only : selection.without) = tools::SplitList(argv[i + 1]);
     const tools::CodeToUnicode gbk = tools::ReadGrid(argv[2]), big5 = tools::ReadGrid(argv[3]);
     const std::vector<tools::Pattern> units = tools::ReadPatterns(argv[1]);
     const Automaton automaton(units);

@@ -59,8 +59,7 @@ LoadResult ReadStates(std::FILE* file, LoadedTables& tables) {
     constexpr std::size_t kFields = kRecordBytes / sizeof(std::int32_t);
     tables.states.reset(new (std::nothrow) _tTrieNode[count]);
     if (!tables.states) return kNoMemory;
-    if (!ReadBlock(file, reinterpret_cast<std::int32_t*>(tables.states.get()), kFields * count))
-        return kShortRecords;
+    if (!ReadBlock(file, reinterpret_cast<std::int32_t*>(tables.states.get()), kFields * count)) return kShortRecords;
     tables.state_count = count;
     return kLoaded;
 }

@@ -16,9 +16,10 @@
  * records is missing; -4: fewer records follow than that number (if the stream can tell its size, before any memory is
  * taken for them); -127: no memory. No message is written. Bytes behind the last record do not matter.
  *
- * Tables of an earlier load are freed first, also when this one fails. The file is read in four block reads, its integers
- * little-endian on every machine. A failure link that leads out of the table, or that is part of a circle of such
- * links, counts as one to the root. Allocates 96 KiB and 16 bytes a record, and 4 more a record meanwhile; time linear in the file. */
+ * Tables of an earlier load are freed first, also when this one fails. The file is read in four block reads, its
+ * integers little-endian on every machine. A failure link that leads out of the table, or that is part of a circle
+ * of such links, counts as one to the root. Allocates 96 KiB and 16 bytes a record, and 4 more a record meanwhile;
+ * time linear in the file. */
 UTILITY_API int CodeTrans_Initialize(const char* path);
 
 /** Frees the tables. Without them detection gives 0 and the conversions that need them an empty output.

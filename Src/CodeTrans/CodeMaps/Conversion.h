@@ -35,8 +35,8 @@ extern UTILITY_API std::size_t CodeTrans_iTransErrCnt;
  * a lead byte, never the euro sign. Without tables: 0, nothing written.
  *
  *     D6 D0 41 gives 2D 4E 41 00 */
-UTILITY_API unsigned long GBKBig5_ToUnicode(int encoding, const char* input, unsigned long length,
-                                            char* output, unsigned long& output_length);
+UTILITY_API unsigned long GBKBig5_ToUnicode(int encoding, const char* input, unsigned long length, char* output,
+                                            unsigned long& output_length);
 
 /** Converts text to Unicode; the shape depends on `encoding`. Returns the bytes written.
  *
@@ -47,8 +47,8 @@ UTILITY_API unsigned long GBKBig5_ToUnicode(int encoding, const char* input, uns
  * 8: the bytes are copied, no more than the capacity (`output_length` on entry) if that is not 0, and a zero byte written
  *    behind them: `output` needs one byte more than are copied. The count goes to `output_length`, too.
  * 0: `length` bytes readable and a NUL behind them; 4 × `length` + 2 bytes writable. */
-UTILITY_API unsigned long CodeTrans_ToUnicode(int encoding, const char* input, unsigned long length,
-                                              char* output, unsigned long& output_length);
+UTILITY_API unsigned long CodeTrans_ToUnicode(int encoding, const char* input, unsigned long length, char* output,
+                                              unsigned long& output_length);
 
 /** Converts text to UTF-8. Returns the bytes written without the terminator, also in `output_length`, which holds the
  * capacity on entry, 0 for no limit.
@@ -65,8 +65,8 @@ UTILITY_API unsigned long CodeTrans_ToUnicode(int encoding, const char* input, u
  * 0: the answer may be 8: 4 × `length` bytes readable, the bytes up to `length` followed by a NUL for 2 and 3; 3 × `length`
  *    + 1 bytes writable. Since UCS-2 is what is detected and a wide string is read, detection is of use here for the
  *    other encodings only. */
-UTILITY_API unsigned long CodeTrans_ToUtf8(int encoding, const char* input, unsigned long length,
-                                           char* output, unsigned long& output_length);
+UTILITY_API unsigned long CodeTrans_ToUtf8(int encoding, const char* input, unsigned long length, char* output,
+                                           unsigned long& output_length);
 
 /** Converts text to GBK. The result goes to `output_length`, too; its value on entry is not looked at.
  *
@@ -78,7 +78,7 @@ UTILITY_API unsigned long CodeTrans_ToUtf8(int encoding, const char* input, unsi
  *    bytes behind them: `output` needs 2 × `length` + 2 bytes. Returns `length`, the number of units, not of bytes.
  * 0: the answer may be 8: 2 × `length` bytes readable, the bytes up to `length` followed by a NUL for 1; 2 × `length`
  *    + 2 bytes writable. */
-UTILITY_API unsigned long CodeTrans_ToAnsi(int encoding, const char* input, unsigned long length,
-                                           char* output, unsigned long& output_length);
+UTILITY_API unsigned long CodeTrans_ToAnsi(int encoding, const char* input, unsigned long length, char* output,
+                                           unsigned long& output_length);
 
 #endif

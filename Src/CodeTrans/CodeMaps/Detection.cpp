@@ -35,8 +35,7 @@ int Decide(const Tally& tally) {
     const std::int64_t* sum = tally.sum;
     const std::int64_t* positive = tally.positive;
     std::int64_t best = sum[kGbkChannel];
-    int verdict =
-        positive[kGbkChannel] > tally.high_bytes / 4 || tally.high_bytes == 0 ? ENCODE_GBK : ENCODE_UNKNOWN;
+    int verdict = positive[kGbkChannel] > tally.high_bytes / 4 || tally.high_bytes == 0 ? ENCODE_GBK : ENCODE_UNKNOWN;
     if (sum[kBig5Channel] > best) {
         best = sum[kBig5Channel];
         verdict = positive[kBig5Channel] > tally.high_bytes / 4 ? ENCODE_BIG5 : ENCODE_UNKNOWN;
@@ -59,8 +58,7 @@ DetectionResult WithLead(const Tally& tally, int verdict) {
     std::int64_t next = 0;
     for (std::size_t channel = 0; channel < kChannels; ++channel)
         if (channel != winner) next = std::max(next, tally.sum[channel]);
-    return {verdict, false,
-            verdict == ENCODE_UNKNOWN ? 0 : std::max<std::int64_t>(tally.sum[winner] - next, 0)};
+    return {verdict, false, verdict == ENCODE_UNKNOWN ? 0 : std::max<std::int64_t>(tally.sum[winner] - next, 0)};
 }
 
 }  // namespace

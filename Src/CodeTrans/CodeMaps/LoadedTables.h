@@ -16,8 +16,7 @@ namespace utility::internal {
 struct LoadedTables {
     std::unique_ptr<std::uint16_t[]> gbk_to_unicode;   // kMapEntries, in the order of MapIndex
     std::unique_ptr<std::uint16_t[]> big5_to_unicode;  // likewise
-    std::unique_ptr<_tTrieNode[]>
-        states;  // nFail leads to the root from each of them; nBase may lead anywhere
+    std::unique_ptr<_tTrieNode[]> states;  // nFail leads to the root from each of them; nBase may lead anywhere
     std::size_t state_count = 0;
 };
 extern LoadedTables g_tables;

@@ -81,8 +81,7 @@ private:
 
     std::size_t Search(std::size_t from) const {
         for (; from + kSize <= end_; ++from) {
-            const void* const anchor =
-                std::memchr(text_ + from + kAnchor, kBytes[kAnchor], end_ - from - kAnchor);
+            const void* const anchor = std::memchr(text_ + from + kAnchor, kBytes[kAnchor], end_ - from - kAnchor);
             if (anchor == nullptr) return kNone;
             from = static_cast<std::size_t>(static_cast<const char*>(anchor) - text_) - kAnchor;
             if (from + kSize <= end_ && std::memcmp(text_ + from, kBytes, kSize) == 0) return from + kSize;
@@ -270,8 +269,7 @@ private:
         }
         const std::size_t span = behind - 1 - pos;
         const char* const name = html_ + pos + 1;
-        if (*name == '#')
-            return span <= kNumericSpan && Following(pos) >= 2 ? TakeNumber(name + 1, behind) : kNone;
+        if (*name == '#') return span <= kNumericSpan && Following(pos) >= 2 ? TakeNumber(name + 1, behind) : kNone;
         if (span == 3 && std::memcmp(name, "lt", 2) == 0) return TakeAs('<', behind);
         if (span == 3 && std::memcmp(name, "gt", 2) == 0) return TakeAs('>', behind);
         return TakeAs(' ', span <= kNamedSpan && behind <= length_ ? behind : kNone);

@@ -100,8 +100,8 @@ std::size_t UnicodeToANSI(const std::wstring& wide, std::string& gbk) {
     const bool locale_works = SetGbkLocale();
     constexpr std::size_t kMaxBytes = 6;  // of any character in any locale
     gbk.assign(wide.size() * (locale_works ? kMaxBytes : 2), '\0');
-    const std::size_t bytes = locale_works ? std::wcstombs(gbk.data(), wide.c_str(), gbk.size())
-                                           : WideToGbkByTable(wide.c_str(), gbk.data());
+    const std::size_t bytes =
+        locale_works ? std::wcstombs(gbk.data(), wide.c_str(), gbk.size()) : WideToGbkByTable(wide.c_str(), gbk.data());
     gbk.resize(std::strlen(gbk.c_str()));
     return bytes;
 }

@@ -74,8 +74,7 @@ bool IsAllSingleByte(unsigned char* text, unsigned long length) {
 }
 
 bool IsAllIndex(unsigned char* text) {
-    const unsigned char* rest =
-        SkipPairs(text, [](unsigned char lead, unsigned char) { return lead == kIndexLead; });
+    const unsigned char* rest = SkipPairs(text, [](unsigned char lead, unsigned char) { return lead == kIndexLead; });
     while (IsAsciiLetter(*rest)) ++rest;
     return *rest == 0;
 }

@@ -36,15 +36,13 @@ bool IsYearTime(const char* word, int length) {
     if (length < 0) return false;
     const std::size_t size = length == 0 ? std::strlen(word) : static_cast<std::size_t>(length);
     // Half of a 32-bit size, which matters to words of four gigabytes.
-    if (size >= 3 && kSetOf<kYearDigits>.Count(word, size) == static_cast<std::uint32_t>(size) / 2)
-        return true;
+    if (size >= 3 && kSetOf<kYearDigits>.Count(word, size) == static_cast<std::uint32_t>(size) / 2) return true;
     switch (size) {
         case 2:
             return (IsAsciiText(word, size) && word[0] > '4') || kSetOf<kThousands>.Count(word, size) == 1;
         case 4:
             return IsAsciiText(word, size) ||
-                   (kSetOf<kLateYearDigits>.Contains({ToByte(word[0]), ToByte(word[1])}) &&
-                    IsAllNum(word, size));
+                   (kSetOf<kLateYearDigits>.Contains({ToByte(word[0]), ToByte(word[1])}) && IsAllNum(word, size));
         case 8:
             return IsAllNum(word, size) || kSetOf<kThousandsAndZeros>.Count(word, size) == 2;
         default:

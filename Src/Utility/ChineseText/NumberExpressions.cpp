@@ -21,8 +21,7 @@ constexpr auto kSigns = Utf8("±第—＋");
 constexpr auto kSeparators = Utf8("∶·．／");
 constexpr auto kPercentSigns = Utf8("％‰");
 constexpr auto kMagnitudes = Utf8("百千万亿佰仟兆");
-constexpr auto kChineseNumerals =
-    Utf8("零○一二两三四五六七八九十廿百千万亿壹贰叁肆伍陆柒捌玖拾佰仟兆∶·．／点几上成");
+constexpr auto kChineseNumerals = Utf8("零○一二两三四五六七八九十廿百千万亿壹贰叁肆伍陆柒捌玖拾佰仟兆∶·．／点几上成");
 constexpr auto kLeadingWords = Utf8("数第");
 constexpr auto kFractionWord = Utf8("分之");
 constexpr std::size_t kFractionBytesCompared = 4;
@@ -94,8 +93,7 @@ private:
     }
 
     bool IsSeparatorBehindSomething() const {
-        return pos_ > unit_.length() &&
-               (kSetOf<kSeparators>.Contains(unit_) || unit_.lead == '.' || unit_.lead == '/');
+        return pos_ > unit_.length() && (kSetOf<kSeparators>.Contains(unit_) || unit_.lead == '.' || unit_.lead == '/');
     }
 
     void SkipFullWidthDigits() {

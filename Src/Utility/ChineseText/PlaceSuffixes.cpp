@@ -22,8 +22,7 @@ constexpr std::size_t kLongestSuffix = 8;
 // shorter text lacks, and as no suffix has a zero byte, they match none.
 constexpr std::uint64_t TailOf(std::string_view text) {
     std::uint64_t tail = 0;
-    for (std::size_t pos = text.size() < kLongestSuffix ? 0 : text.size() - kLongestSuffix; pos < text.size();
-         ++pos) {
+    for (std::size_t pos = text.size() < kLongestSuffix ? 0 : text.size() - kLongestSuffix; pos < text.size(); ++pos) {
         tail = tail << 8 | ToByte(text[pos]);
     }
     return tail;
@@ -42,8 +41,7 @@ constexpr std::array<SuffixWord, 50> SplitWords(std::string_view words) {
         if (pos < words.size() && words[pos] != ' ') continue;
         const std::size_t length = pos - start;
         if (count == table.size() || length == 0 || length > kLongestSuffix) throw "not the words expected";
-        table[count++] = {TailOf(words.substr(start, length)), ~std::uint64_t{0} >> (64 - 8 * length),
-                          length};
+        table[count++] = {TailOf(words.substr(start, length)), ~std::uint64_t{0} >> (64 - 8 * length), length};
         start = pos + 1;
     }
     if (count != table.size()) throw "fewer words than expected";
@@ -58,8 +56,7 @@ std::size_t SuffixLength(std::string_view name) {
         if ((tail & word.mask) == word.tail) return word.length;
     }
     if (name.size() < 2) return 0;
-    return kSetOf<kPlaceSuffixCharacters>.Contains({ToByte(name[name.size() - 2]), ToByte(name.back())}) ? 2
-                                                                                                         : 0;
+    return kSetOf<kPlaceSuffixCharacters>.Contains({ToByte(name[name.size() - 2]), ToByte(name.back())}) ? 2 : 0;
 }
 
 }  // namespace

@@ -19,8 +19,8 @@
  * a character; the length of the text when none is met.
  *
  * Scanning stops, as if at the end of the text, once `budget` bytes or more have been stepped over. A `start` beyond
- * the end gives the length of the text, too, if it is no more than 1,024 bytes beyond or
- * greater than any text can be (as -1 is); it must lie nowhere else.
+ * the end gives the length of the text, too, if it is no more than 1,024 bytes beyond or greater than any text can
+ * be (as -1 is); it must lie nowhere else.
  *
  *     FindSentenceEnd("a.b", 0, 100) == 2          FindSentenceEnd("a.b", 0, 1) == 3
  *

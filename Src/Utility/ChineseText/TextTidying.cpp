@@ -80,8 +80,7 @@ void TextStandard(const char* source, std::string& tidied) {
     tidied.clear();
     tidied.reserve(rest.size());
     for (; !rest.empty(); rest.remove_prefix(1)) {
-        const bool drop = kWhiteSpace.Contains(rest[0]) &&
-                          !(!tidied.empty() && IsAsciiLetter(ToByte(tidied.back()))) &&
+        const bool drop = kWhiteSpace.Contains(rest[0]) && !(!tidied.empty() && IsAsciiLetter(ToByte(tidied.back()))) &&
                           !(rest.size() > 1 && IsAsciiLetter(ToByte(rest[1])));
         if (!drop) tidied += rest[0];
     }

@@ -25,8 +25,7 @@ constexpr char ToAsciiLower(unsigned char byte) {
 // What the ASCII byte `byte` in front of `next` becomes; NUL when it is dropped. So is a lone lead byte.
 char SingleByteForm(unsigned char byte, unsigned char next) {
     constexpr ByteSet kKept("+-{};\r\n");
-    const bool keep =
-        IsAsciiAlphanumeric(byte) || kKept.Contains(byte) || (byte == ' ' && IsAsciiAlphanumeric(next));
+    const bool keep = IsAsciiAlphanumeric(byte) || kKept.Contains(byte) || (byte == ' ' && IsAsciiAlphanumeric(next));
     return keep ? ToAsciiLower(byte) : '\0';
 }
 

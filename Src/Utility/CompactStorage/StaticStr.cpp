@@ -67,8 +67,7 @@ int CStaticStr::AddString(char const* text) {
     const std::size_t length = std::strlen(text);
     if (m_nSize + length >= m_nCapacity) {
         // A text that lies in the pool moves with it.
-        const bool inside =
-            m_pBuf != nullptr && !std::less<>()(text, m_pBuf) && std::less<>()(text, m_pBuf + m_nSize);
+        const bool inside = m_pBuf != nullptr && !std::less<>()(text, m_pBuf) && std::less<>()(text, m_pBuf + m_nSize);
         const std::size_t text_offset = inside ? static_cast<std::size_t>(text - m_pBuf) : 0;
         HeapBlock block = BlockOf(*this);
         if (!Resize(block, m_nSize + length + kMargin + kEndMark)) return -1;

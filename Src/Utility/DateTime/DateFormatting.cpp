@@ -48,8 +48,8 @@ char* time2str(const std::time_t& time, char* buffer, bool chinese) {
         std::snprintf(text, sizeof text, "%04ld/%02d/%02d%s", year, month, local.tm_mday, clock);
     } else {
         const bool is_midnight = local.tm_hour == 0 && local.tm_min == 0 && local.tm_sec == 0;
-        std::snprintf(text, sizeof text, "%04ld%s%d%s%d%s%s", year, kDateUnits[0].c_str(), month,
-                      kDateUnits[1].c_str(), local.tm_mday, kDateUnits[2].c_str(), is_midnight ? "" : clock);
+        std::snprintf(text, sizeof text, "%04ld%s%d%s%d%s%s", year, kDateUnits[0].c_str(), month, kDateUnits[1].c_str(),
+                      local.tm_mday, kDateUnits[2].c_str(), is_midnight ? "" : clock);
     }
     return CopyText(text, buffer, kTextSize);
 }
@@ -58,12 +58,11 @@ std::string formatDateTime(long time, bool short_form) {
     std::tm local{};
     if (!BreakDown(time, local)) return std::string();
     char text[80];
-    const int length =
-        short_form
-            ? std::snprintf(text, sizeof text, "%04ld-%02d-%02dT%02d:%02d", Year(local), local.tm_mon + 1,
-                            local.tm_mday, local.tm_hour, local.tm_min)
-            : std::snprintf(text, sizeof text, "%04ld-%02d-%02d %02d:%02d:%02d", Year(local),
-                            local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
+    const int length = short_form
+                           ? std::snprintf(text, sizeof text, "%04ld-%02d-%02dT%02d:%02d", Year(local),
+                                           local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min)
+                           : std::snprintf(text, sizeof text, "%04ld-%02d-%02d %02d:%02d:%02d", Year(local),
+                                           local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
     return std::string(text, static_cast<std::size_t>(length));
 }
 
@@ -88,7 +87,6 @@ int GetToday() {
 void TimeValue(char* buffer) {
     const std::tm now = LocalNow();
     char text[50];
-    std::snprintf(text, sizeof text, "%08d%02d%02d%02d", DateNumber(now), now.tm_hour, now.tm_min,
-                  now.tm_sec);
+    std::snprintf(text, sizeof text, "%08d%02d%02d%02d", DateNumber(now), now.tm_hour, now.tm_min, now.tm_sec);
     CopyText(text, buffer, kDigitsSize);
 }

@@ -4,8 +4,9 @@
 /** @file
  * Writing time values, and the current time, as text and numbers.
  *
- * Time values are seconds since the epoch and always shown in the local time zone of the process. A host that changes
- * the environment variable TZ calls tzset for it to count (parsing a date does so, too). All functions may be called from any thread. */
+ * Time values are seconds since the epoch and always shown in the local time zone of the process. A host that
+ * changes the environment variable TZ calls tzset for it to count (parsing a date does so, too). All functions may
+ * be called from any thread. */
 
 #include <ctime>
 #include <string>

@@ -32,10 +32,11 @@ UTILITY_API std::time_t str2time(const char* text);
 
 /** Time of a date whose numbers stand directly before the characters 年 月 日 时 分 秒 (UTF-8) in this order.
  *
- * Each unit is looked for behind the last one found, and its number is read from that place, the start of the text for
- * the first: what stands between number and unit is passed over, and other text in front of the number makes it 0. Units that are missing are 0, too, which carries over: "2014年" is 30 November 2013, and a
- * text without a year lies in the first century BC. Numbers in Chinese numerals are not read. Never writes to the log;
- * the result is that of mktime, -1 if the time cannot be represented. `text` must not be null. */
+ * Each unit is looked for behind the last one found, and its number is read from that place, the start of the text
+ * for the first: what stands between number and unit is passed over, and other text in front of the number makes it
+ * 0. Units that are missing are 0, too, which carries over: "2014年" is 30 November 2013, and a text without a year
+ * lies in the first century BC. Numbers in Chinese numerals are not read. Never writes to the log; the result is
+ * that of mktime, -1 if the time cannot be represented. `text` must not be null. */
 UTILITY_API std::time_t cstr2time(const char* text);
 
 #endif

@@ -7,8 +7,7 @@
 
 namespace utility::internal {
 
-constexpr EncodedList<4> kDateUnits[] = {Utf8("年"), Utf8("月"), Utf8("日"),
-                                         Utf8("时"), Utf8("分"), Utf8("秒")};
+constexpr EncodedList<4> kDateUnits[] = {Utf8("年"), Utf8("月"), Utf8("日"), Utf8("时"), Utf8("分"), Utf8("秒")};
 static_assert(kDateUnits[0].size() == 3 && kDateUnits[5].size() == 3);
 
 }  // namespace utility::internal

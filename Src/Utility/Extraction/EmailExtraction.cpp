@@ -48,9 +48,7 @@ static_assert(kReceiverLabel.size() == 3 && kCopyLabel.size() == 3 && kSecretLab
 
 // The kind of a header line, from what stands in front of its first at sign.
 const char* LineKind(std::string_view head) {
-    const auto contains = [head](std::string_view label) {
-        return head.find(label) != std::string_view::npos;
-    };
+    const auto contains = [head](std::string_view label) { return head.find(label) != std::string_view::npos; };
     if (contains(kReceiverLabel.view())) return "recv";
     if (contains(kCopyLabel.view())) return "copy_to";
     if (contains(kSecretLabel.view())) return "secret_to";

@@ -32,8 +32,7 @@
  * occurrence that starts behind it, and nothing is searched beyond it.
  *
  *     GetXMLPropertyValue("<e pid=\"7\">", "id", value, nullptr)     // 7 */
-UTILITY_API const char* GetXMLPropertyValue(const char* text, const char* name, std::string& value,
-                                            const char* limit);
+UTILITY_API const char* GetXMLPropertyValue(const char* text, const char* name, std::string& value, const char* limit);
 
 /** Sets `value` to the content of the element `name`, what stands between `<name>` and the next `</name>`,
  * and returns the position of that end tag.

@@ -11,8 +11,7 @@ namespace {
 // The path of a document without its extension.
 std::string DocumentPath(std::string path, std::string_view id) {
     constexpr std::size_t kGroup = 3;
-    for (std::size_t pos = 0; pos < id.size(); pos += kGroup)
-        path.append(1, '/').append(id.substr(pos, kGroup));
+    for (std::size_t pos = 0; pos < id.size(); pos += kGroup) path.append(1, '/').append(id.substr(pos, kGroup));
     return path;
 }
 

@@ -39,8 +39,8 @@ UTILITY_API bool FileCopy(char const* source_path, char const* destination_path,
  *
  * `mutex`, if not null, is held while the streams are positioned, read and written, **but not while the
  * length is taken**: if another thread appends just then, the result is -2 though the copy is complete. */
-UTILITY_API long FileCopy(std::FILE* source, std::FILE* destination, std::size_t buffer_size,
-                          pthread_mutex_t* mutex, std::size_t limit);
+UTILITY_API long FileCopy(std::FILE* source, std::FILE* destination, std::size_t buffer_size, pthread_mutex_t* mutex,
+                          std::size_t limit);
 
 /** Copies the bytes of `source` from offset `start` up to, and not including, `end` to where `destination`
  * stands, and returns how many bytes were written: fewer than end - start if the source ends first or
@@ -49,8 +49,7 @@ UTILITY_API long FileCopy(std::FILE* source, std::FILE* destination, std::size_t
  * `buffer` is the caller's and has `buffer_size` bytes. Nothing is copied, and the result is 0, if that
  * is 0, if `end` is not beyond `start`, or if the source cannot be positioned. `mutex`, if not null, is
  * held during all of it. */
-UTILITY_API std::size_t FileCopy(std::FILE* source, std::FILE* destination, std::size_t start,
-                                 std::size_t end, unsigned char* buffer, std::size_t buffer_size,
-                                 pthread_mutex_t* mutex);
+UTILITY_API std::size_t FileCopy(std::FILE* source, std::FILE* destination, std::size_t start, std::size_t end,
+                                 unsigned char* buffer, std::size_t buffer_size, pthread_mutex_t* mutex);
 
 #endif

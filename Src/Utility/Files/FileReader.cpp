@@ -110,8 +110,7 @@ CReadFile::~CReadFile() {
     if (m_fpFileRead != nullptr) std::fclose(m_fpFileRead);
 }
 
-std::size_t CReadFile::ReadFile(char const* file_name, char** buffer, long offset, std::size_t count,
-                                bool whole_file) {
+std::size_t CReadFile::ReadFile(char const* file_name, char** buffer, long offset, std::size_t count, bool whole_file) {
     {
         const MutexLock lock(m_mutexRead);
         if (IsHeld(*this, file_name)) return ReadHeld(*this, buffer, offset, count, whole_file);
@@ -142,8 +141,7 @@ std::size_t CReadFile::ReadFile(char const* file_name, std::string& text, long o
             // No memory for a second copy: a read that failed.
         }
     }
-    const std::string message =
-        std::string("Error read file ") + file_name;  // first: the name may lie in `text`
+    const std::string message = std::string("Error read file ") + file_name;  // first: the name may lie in `text`
     text.clear();
     utility::internal::SetLastErrorMessage(message);
     WriteError(message, nullptr);
@@ -154,7 +152,6 @@ std::size_t ReadFile(char const* file_name, char** buffer, long offset, std::siz
     return CReadFile().ReadFile(file_name, buffer, offset, count, whole_file);
 }
 
-std::size_t ReadFile(char const* file_name, std::string& text, long offset, std::size_t count,
-                     bool whole_file) {
+std::size_t ReadFile(char const* file_name, std::string& text, long offset, std::size_t count, bool whole_file) {
     return CReadFile().ReadFile(file_name, text, offset, count, whole_file);
 }

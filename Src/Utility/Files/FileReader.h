@@ -56,11 +56,9 @@ public:
     CReadFile& operator=(const CReadFile&) = delete;
 
     /** Reads into a new buffer; see above. */
-    std::size_t ReadFile(char const* file_name, char** buffer, long offset, std::size_t count,
-                         bool whole_file);
+    std::size_t ReadFile(char const* file_name, char** buffer, long offset, std::size_t count, bool whole_file);
     /** Reads into a string; see above. */
-    std::size_t ReadFile(char const* file_name, std::string& text, long offset, std::size_t count,
-                         bool whole_file);
+    std::size_t ReadFile(char const* file_name, std::string& text, long offset, std::size_t count, bool whole_file);
 
     std::string m_sFileName;       /**< name of the held file; empty if none */
     std::FILE* m_fpFileRead;       /**< its stream, null exactly if no file is held */
@@ -71,8 +69,7 @@ public:
 };
 
 /** Reads into a new buffer with a reader of its own; see above. */
-UTILITY_API std::size_t ReadFile(char const* file_name, char** buffer, long offset, std::size_t count,
-                                 bool whole_file);
+UTILITY_API std::size_t ReadFile(char const* file_name, char** buffer, long offset, std::size_t count, bool whole_file);
 /** Reads into a string with a reader of its own; see above. */
 UTILITY_API std::size_t ReadFile(char const* file_name, std::string& text, long offset, std::size_t count,
                                  bool whole_file);

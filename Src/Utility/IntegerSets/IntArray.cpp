@@ -48,8 +48,7 @@ void DecodeInPlace(int* values, int count) {
 
 }  // namespace
 
-CIntArray::CIntArray()
-    : m_pData(NewValues(kMargin)), m_nCount(0), m_nCapacity(m_pData != nullptr ? kMargin : 0) {}
+CIntArray::CIntArray() : m_pData(NewValues(kMargin)), m_nCount(0), m_nCapacity(m_pData != nullptr ? kMargin : 0) {}
 
 CIntArray::~CIntArray() {
     std::free(m_pData);
@@ -97,8 +96,7 @@ std::size_t CIntArray::Write(std::FILE* stream) const {
         for (; pos < end; ++pos, next += kValueSize) {
             StoreLittleEndian(static_cast<std::uint32_t>(m_pData[pos]), next);
         }
-        written +=
-            std::fwrite(bytes, kValueSize, static_cast<std::size_t>(next - bytes) / kValueSize, stream);
+        written += std::fwrite(bytes, kValueSize, static_cast<std::size_t>(next - bytes) / kValueSize, stream);
         if (written != static_cast<std::size_t>(pos)) break;
     }
     return written;

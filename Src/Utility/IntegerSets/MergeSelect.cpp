@@ -25,9 +25,8 @@ std::vector<SmallBlocks> FindSmallBlocks(const Sizes& sizes, std::size_t n) {
     blocks[n] = {n, 0, ULONG_MAX};
     for (std::size_t i = n; i-- > 0;) {
         const SmallBlocks& next = blocks[i + 1];
-        blocks[i] = sizes[i] >= kLarge
-                        ? SmallBlocks{i, 0, ULONG_MAX}
-                        : SmallBlocks{next.end, next.sum + sizes[i], std::min(next.smallest, sizes[i])};
+        blocks[i] = sizes[i] >= kLarge ? SmallBlocks{i, 0, ULONG_MAX}
+                                       : SmallBlocks{next.end, next.sum + sizes[i], std::min(next.smallest, sizes[i])};
     }
     return blocks;
 }
@@ -64,8 +63,7 @@ int MergeSelect(const std::vector<unsigned long>& sizes, int& count, bool balanc
     count = 0;
     const std::size_t n = std::min(sizes.size(), std::size_t{INT_MAX});
     if (n < 2) return 0;
-    const std::vector<SmallBlocks> small_blocks =
-        balance ? FindSmallBlocks(sizes, n) : std::vector<SmallBlocks>();
+    const std::vector<SmallBlocks> small_blocks = balance ? FindSmallBlocks(sizes, n) : std::vector<SmallBlocks>();
     std::size_t best_start = 0;
     std::size_t best_length = 0;
     // The run that the sums allow is a window that moves along: its end never goes back when its start
@@ -74,13 +72,11 @@ int MergeSelect(const std::vector<unsigned long>& sizes, int& count, bool balanc
     unsigned long window_sum = 0;
     for (std::size_t start = 0; start + best_length < n; ++start) {
         if (window_end == start) window_sum += sizes[window_end++];
-        while (window_end < n && sizes[window_end] < kMergedLimit &&
-               window_sum < kMergedLimit - sizes[window_end]) {
+        while (window_end < n && sizes[window_end] < kMergedLimit && window_sum < kMergedLimit - sizes[window_end]) {
             window_sum += sizes[window_end++];
         }
         if (window_end - start > best_length) {
-            const std::size_t end =
-                balance ? BalancedEnd(sizes, small_blocks, start, window_end) : window_end;
+            const std::size_t end = balance ? BalancedEnd(sizes, small_blocks, start, window_end) : window_end;
             if (end - start > best_length) {
                 best_start = start;
                 best_length = end - start;

@@ -7,8 +7,7 @@ bool IsExists(int value, const std::vector<int>& values) {
 }
 
 int LocateIndex(int value, const std::vector<int>& sorted) {
-    const auto found =
-        std::find_if(sorted.begin(), sorted.end(), [value](int element) { return element >= value; });
+    const auto found = std::find_if(sorted.begin(), sorted.end(), [value](int element) { return element >= value; });
     return found == sorted.end() ? -1 : static_cast<int>(found - sorted.begin());
 }
 

@@ -29,8 +29,8 @@ UTILITY_API int LocateIndex(int value, const std::vector<int>& sorted);
  * **`common` is not cleared first.** An element that stands m times in one vector and n times in the other is
  * appended min(m, n) times. The sums may lie outside the range of int. `common` must be neither of the other
  * two. */
-UTILITY_API std::size_t Intersection(const std::vector<int>& sorted_a, const std::vector<int>& sorted_b,
-                                     int offset, std::vector<int>& common);
+UTILITY_API std::size_t Intersection(const std::vector<int>& sorted_a, const std::vector<int>& sorted_b, int offset,
+                                     std::vector<int>& common);
 
 /** Removes the elements of `sorted_b` from `sorted_a`, each of them at most once (1 2 2 3 without 2 is 1 2
  * 3), and returns whether there was anything to remove. */

@@ -84,9 +84,8 @@ void GetPathFile(const char* path, std::string& directory, std::string& file_nam
     const SplitPath split = SplitAtLastSeparator(whole.substr(0, dot));
     extension = dot == kNone ? std::string_view() : whole.substr(dot + 1);
     file_name = split.file_name;
-    directory = split.has_separator
-                    ? split.directory.substr(0, split.directory.find_last_not_of(kSeparators) + 1)
-                    : ".";
+    directory =
+        split.has_separator ? split.directory.substr(0, split.directory.find_last_not_of(kSeparators) + 1) : ".";
 }
 
 char* GetRelevatePath(const char* path, char* directory, char* file_name) {

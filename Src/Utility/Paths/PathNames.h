@@ -40,8 +40,7 @@ UTILITY_API char* GetAbsolutePath(const char* directory, const char* file_name, 
  * separators in a row in front of the file name all go; so the directory of "/x.txt" is empty.
  *
  *     GetPathFile("/home/u/x.tar.gz", directory, file_name, extension)     // "/home/u", "x.tar", "gz" */
-UTILITY_API void GetPathFile(const char* path, std::string& directory, std::string& file_name,
-                             std::string& extension);
+UTILITY_API void GetPathFile(const char* path, std::string& directory, std::string& file_name, std::string& extension);
 
 /** Splits `path` at its last separator into `directory` and `file_name`, and returns the latter.
  *
@@ -76,7 +75,6 @@ UTILITY_API bool IsExtIncluded(const char* extension, const std::vector<std::str
  * that needs the old directory goes back itself; meanwhile no other thread may use a relative path.
  *
  * Both paths may lie in `full_path`. The result is valid until that is changed. */
-UTILITY_API const char* gfn_GetFilePath(const char* base_directory, const char* relative_path,
-                                        std::string& full_path);
+UTILITY_API const char* gfn_GetFilePath(const char* base_directory, const char* relative_path, std::string& full_path);
 
 #endif

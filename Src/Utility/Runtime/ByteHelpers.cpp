@@ -64,8 +64,7 @@ unsigned int countChar(char const* text, unsigned int length, unsigned int code)
     unsigned int count = 0;
     for (std::size_t pos = 0; pos < length; ++pos) {
         std::int32_t character = SignedValue(text[pos]);
-        if (!IsAscii(ToByte(text[pos])) && pos + 1 < length)
-            character = character * 256 + SignedValue(text[++pos]);
+        if (!IsAscii(ToByte(text[pos])) && pos + 1 < length) character = character * 256 + SignedValue(text[++pos]);
         if (static_cast<std::uint32_t>(character) == code) ++count;
     }
     return count;

@@ -48,8 +48,7 @@ int BinarySearch(int key, int* table, int count) {
 }
 
 int BinarySearch(double key, const std::vector<double>& table) {
-    return Halve(Count(table),
-                 [&](int i) { return CompareNumbers(key, table[static_cast<std::size_t>(i)]); });
+    return Halve(Count(table), [&](int i) { return CompareNumbers(key, table[static_cast<std::size_t>(i)]); });
 }
 
 int BinarySearch(const char* key, const char** table, int count) {
@@ -57,9 +56,8 @@ int BinarySearch(const char* key, const char** table, int count) {
 }
 
 int BinarySearch(const char* key, const std::vector<std::string>& table) {
-    return Halve(Count(table), [&](int i) {
-        return CompareIgnoringAsciiCase(key, table[static_cast<std::size_t>(i)].c_str());
-    });
+    return Halve(Count(table),
+                 [&](int i) { return CompareIgnoringAsciiCase(key, table[static_cast<std::size_t>(i)].c_str()); });
 }
 
 int IsExists(const char* key, const char** table, int count) {

@@ -15,7 +15,6 @@
  * An empty item adds nothing of its own, so {"a", "", "b"} joined with "," gives "a,b", but {"a", "b", ""}
  * gives "a,b,". An empty list gives the empty string. `separator` must not be null; neither it nor an item
  * may lie in `joined`. One allocation at most; thread-safe. */
-UTILITY_API const char* Vector2Str(const std::vector<std::string>& items, const char* separator,
-                                   std::string& joined);
+UTILITY_API const char* Vector2Str(const std::vector<std::string>& items, const char* separator, std::string& joined);
 
 #endif

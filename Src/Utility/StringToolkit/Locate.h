@@ -26,8 +26,7 @@
  *
  * A pattern with blanks at its end that ends with the text counts as cut short. Allocates a table of the
  * pattern's length. */
-UTILITY_API int StrLocate(const char* text, const char* pattern, unsigned long& start, unsigned long& end,
-                          int& offset);
+UTILITY_API int StrLocate(const char* text, const char* pattern, unsigned long& start, unsigned long& end, int& offset);
 
 /** Whether `b` begins like `a`, give or take blanks (space, tab, line feed, carriage return), tags "<…>" in
  * `a` and marks "[…]" in `b` of up to 15 bytes.

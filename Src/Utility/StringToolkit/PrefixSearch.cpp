@@ -9,8 +9,7 @@ namespace {
 constexpr std::size_t kWholeText = static_cast<std::size_t>(-1);
 
 // The entry that halving the range meets first among those that share `n` bytes with `key`, or -1.
-long HalvingHit(const char* key, unsigned long n, const char** table, unsigned long first,
-                unsigned long last) {
+long HalvingHit(const char* key, unsigned long n, const char** table, unsigned long first, unsigned long last) {
     while (first <= last) {
         const unsigned long middle = first + (last - first) / 2;
         const int order = std::strncmp(key, table[middle], n);
@@ -38,8 +37,7 @@ unsigned long CountUpTo(const char* text, std::size_t bytes, const char** table,
 
 }  // namespace
 
-long BinaryPrefixSearch(const char* key, unsigned long n, const char** table, unsigned long first,
-                        unsigned long last) {
+long BinaryPrefixSearch(const char* key, unsigned long n, const char** table, unsigned long first, unsigned long last) {
     if (table == nullptr) return -1;
     const long hit = HalvingHit(key, n, table, first, last);
     if (hit < 0) return -1;
@@ -71,8 +69,7 @@ long MaxMatching(const char* text, const char** table, unsigned long count, long
     for (unsigned long end = count; (end = CountUpTo(text, bytes, table, end)) > 0; --end) {
         const char* const entry = table[end - 1];
         std::size_t common_bytes = 0;
-        while (common_bytes < bytes && entry[common_bytes] != '\0' &&
-               entry[common_bytes] == text[common_bytes]) {
+        while (common_bytes < bytes && entry[common_bytes] != '\0' && entry[common_bytes] == text[common_bytes]) {
             ++common_bytes;
         }
         if (common_bytes == 0) break;

@@ -43,7 +43,6 @@ UTILITY_API bool gfn_bSplitOR(const char* text, std::vector<std::string>& pieces
  * null.
  *
  *     GetStrVector(" a b, ,c\r\n", ",", pieces) == 2     // "a b", "c" */
-UTILITY_API std::size_t GetStrVector(const char* text, const char* delimiters,
-                                     std::vector<std::string>& pieces);
+UTILITY_API std::size_t GetStrVector(const char* text, const char* delimiters, std::vector<std::string>& pieces);
 
 #endif

@@ -22,8 +22,7 @@ bool IsInnerPunct(const char* at, const char* end, const ByteSet& delimiters) {
 // Where the token at `at` ends: at a delimiter, a NUL or the end of the range.
 char* TokenEnd(char* at, const char* end, const ByteSet& delimiters, bool keep_inner_punct) {
     while (at < end && *at != '\0') {
-        const bool ends_token =
-            delimiters.Contains(*at) && !(keep_inner_punct && IsInnerPunct(at, end, delimiters));
+        const bool ends_token = delimiters.Contains(*at) && !(keep_inner_punct && IsInnerPunct(at, end, delimiters));
         if (ends_token) break;
         ++at;
     }

@@ -19,8 +19,7 @@
  * `before` or `after` may be the same string as `text`.
  *
  *     gfn_bGetWordPos("price: 12", before, after, ":")     // true, "price", "12" */
-UTILITY_API bool gfn_bGetWordPos(const std::string& text, std::string& before, std::string& after,
-                                 std::string word);
+UTILITY_API bool gfn_bGetWordPos(const std::string& text, std::string& before, std::string& after, std::string word);
 
 /** Whether byte `position` of `text` stands between an opening and a closing marker: one opens at or before
  * it, the next `close` starts at or behind it, and neither is that opening closed before it nor does another
@@ -29,7 +28,6 @@ UTILITY_API bool gfn_bGetWordPos(const std::string& text, std::string& before, s
  * The first byte of either marker counts as inside: in "a(b)c" the positions 1 to 3 are. An empty marker
  * stands everywhere up to the end of the text. A position beyond the text is outside. Allocates only for an
  * opening marker longer than 16 bytes. */
-UTILITY_API bool IsInRange(const std::string& text, std::string open, std::string close,
-                           unsigned int position);
+UTILITY_API bool IsInRange(const std::string& text, std::string open, std::string close, unsigned int position);
 
 #endif

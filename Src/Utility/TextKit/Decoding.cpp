@@ -84,8 +84,7 @@ public:
             }
             const unsigned row = ToByte(*pos) - kFirstGbkLead;
             const unsigned cell = pos + 1 < end ? ToByte(pos[1]) - kFirstGbkTrail : kGbkTrails;
-            const std::uint32_t code_point =
-                row < kGbkLeads && cell < kGbkTrails ? grid_[row * kGbkTrails + cell] : 0;
+            const std::uint32_t code_point = row < kGbkLeads && cell < kGbkTrails ? grid_[row * kGbkTrails + cell] : 0;
             if (code_point != 0) {
                 out = WriteUtf8(code_point, out);
                 pos += 2;
@@ -104,8 +103,7 @@ private:
             ++pos;
             return;
         }
-        const char* const pair =
-            !gbk_ && end - pos > 1 ? Big5Pair(TwoByteCode(lead, ToByte(pos[1]))) : nullptr;
+        const char* const pair = !gbk_ && end - pos > 1 ? Big5Pair(TwoByteCode(lead, ToByte(pos[1]))) : nullptr;
         if (pair != nullptr) {
             std::memcpy(out, pair, 4);
             out += 4;
@@ -145,8 +143,7 @@ void DecodeUtf8(std::string_view bytes, Decoded& decoded) {
 }
 
 void DecodeUtf16Le(std::string_view bytes, Decoded& decoded) {
-    const std::string_view content =
-        StartsWith(bytes, kUtf16LeMark) ? bytes.substr(kUtf16LeMark.size()) : bytes;
+    const std::string_view content = StartsWith(bytes, kUtf16LeMark) ? bytes.substr(kUtf16LeMark.size()) : bytes;
     const char* const end = content.data() + content.size();
     const auto is_surrogate = [](unsigned unit, unsigned first) { return (unit & 0xFC00) == first; };
     DecodeBlocks(content, decoded.text, [&](const char*& pos, const char*, char*& out) {

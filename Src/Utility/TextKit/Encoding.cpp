@@ -52,8 +52,7 @@ public:
 
 private:
     void Count(const char* place) {
-        if (encoded_.replaced++ == 0)
-            encoded_.first_replaced = static_cast<std::size_t>(place - text_.data());
+        if (encoded_.replaced++ == 0) encoded_.first_replaced = static_cast<std::size_t>(place - text_.data());
     }
 
     void WriteUnmappable(std::uint32_t code_point, char*& out) const {

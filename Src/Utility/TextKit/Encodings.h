@@ -78,7 +78,7 @@ struct Decoded {
     std::string text;                         /**< UTF-8, always well-formed, without a byte-order mark */
     std::size_t replaced = 0;                 /**< how often U+FFFD stands for what has no character */
     std::size_t first_replaced = kNoPosition; /**< byte offset in the input of the first such place */
-    std::size_t gb18030_four_byte = 0; /**< GBK: how many of them are four-byte characters of GB18030 */
+    std::size_t gb18030_four_byte = 0;        /**< GBK: how many of them are four-byte characters of GB18030 */
 };
 
 /** Decodes `bytes` to UTF-8. The whole text is decoded, whatever it holds; a NUL is a character like others, a leading mark
@@ -96,14 +96,14 @@ UTILITY_API Decoded Decode(std::string_view bytes, Encoding encoding, const Code
 
 /** What Encode writes for a character that the target lacks. */
 enum class Unmappable {
-    kQuestionMark, /**< "?" */
+    kQuestionMark,     /**< "?" */
     kNumericReference, /**< "&#169;", as HTML forms do; text that holds such references itself becomes ambiguous */
 };
 
 /** Bytes out of text. */
 struct Encoded {
     std::string bytes;
-    std::size_t replaced = 0; /**< how many characters the target lacks, malformed ones included */
+    std::size_t replaced = 0;                 /**< how many characters the target lacks, malformed ones included */
     std::size_t first_replaced = kNoPosition; /**< byte offset in the input of the first of them */
 };
 

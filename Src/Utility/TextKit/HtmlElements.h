@@ -53,8 +53,7 @@ public:
     constexpr Element Find(std::string_view name) const {
         const std::uint64_t packed = PackElementName(name);
         for (std::size_t slot = SlotOf(packed);; slot = (slot + 1) % kSlots)
-            if (names_[slot] == packed || names_[slot] == 0)
-                return packed == 0 ? Element::kOther : kinds_[slot];
+            if (names_[slot] == packed || names_[slot] == 0) return packed == 0 ? Element::kOther : kinds_[slot];
     }
 
 private:

@@ -50,8 +50,7 @@ public:
 
 private:
     std::size_t Search(std::size_t from) const {
-        for (std::size_t pos = text_.find(wanted_[0], from); pos != kNone;
-             pos = text_.find(wanted_[0], pos + 1)) {
+        for (std::size_t pos = text_.find(wanted_[0], from); pos != kNone; pos = text_.find(wanted_[0], pos + 1)) {
             const std::string_view candidate = text_.substr(pos, wanted_.size());
             if (std::equal(candidate.begin(), candidate.end(), wanted_.begin(), wanted_.end(),
                            [](char a, char b) { return ToAsciiLower(ToByte(a)) == ToByte(b); }))
@@ -71,8 +70,8 @@ bool StartsWide(std::string_view text) {
     if (text.size() < 3) return false;
     const unsigned char lead = ToByte(text[0]), second = ToByte(text[1]);
     return (lead == 0xE2 && second >= 0xBA) || (lead >= 0xE3 && lead <= 0xE9) ||
-           (lead == 0xEF && (second == 0xA4 || second == 0xA5 || second == 0xA6 || second == 0xA7 ||
-                             second == 0xA8 || second == 0xAB || second == 0xBC || second == 0xBD)) ||
+           (lead == 0xEF && (second == 0xA4 || second == 0xA5 || second == 0xA6 || second == 0xA7 || second == 0xA8 ||
+                             second == 0xAB || second == 0xBC || second == 0xBD)) ||
            (lead == 0xF0 && second >= 0xA0);
 }
 
@@ -271,8 +270,7 @@ private:
             SkipBehind(comment_end_.Find(pos_ + 2), 3);  // "<!-->" is a whole comment
         } else if (rest.size() > 1 && (rest[1] == '!' || rest[1] == '?')) {
             SkipBehind(tag_end_.Find(pos_), 1);
-        } else if (rest.size() > name_at && IsAsciiLetter(ToByte(rest[name_at])) &&
-                   tag_end_.Find(pos_) != kNone) {
+        } else if (rest.size() > name_at && IsAsciiLetter(ToByte(rest[name_at])) && tag_end_.Find(pos_) != kNone) {
             ReadTag(name_at);
         } else {
             AppendLiteral();
@@ -292,13 +290,12 @@ private:
     void ReadTag(std::size_t name_at) {
         const std::size_t name_start = pos_ + name_at;
         std::size_t name_end = name_start;
-        while (name_end < html_.size() && ClassOf(html_[name_end]) != ByteClass::kBlank &&
-               html_[name_end] != '/' && html_[name_end] != '>' && html_[name_end] != '<')
+        while (name_end < html_.size() && ClassOf(html_[name_end]) != ByteClass::kBlank && html_[name_end] != '/' &&
+               html_[name_end] != '>' && html_[name_end] != '<')
             ++name_end;
         const std::size_t end = TagEnd(name_end);
         SkipBehind(end, 0);
-        if (end != kNone)
-            ApplyTag(kElements.Find(html_.substr(name_start, name_end - name_start)), name_at == 1);
+        if (end != kNone) ApplyTag(kElements.Find(html_.substr(name_start, name_end - name_start)), name_at == 1);
     }
 
     void ApplyTag(Element element, bool opens) {
@@ -380,9 +377,8 @@ private:
     TextWriter writer_;
     bool seen_markup_ = false;
     std::size_t verbatim_depth_ = 0;
-    std::size_t plain_end_ = 0;  // in front of this place "<" is text
-    bool quotes_broken_ =
-        false;  // a quoted value swallowed the rest of the page: quotes mean nothing any more
+    std::size_t plain_end_ = 0;   // in front of this place "<" is text
+    bool quotes_broken_ = false;  // a quoted value swallowed the rest of the page: quotes mean nothing any more
     Finder comment_end_, tag_end_, double_quote_, single_quote_;
     Finder script_end_, style_end_, title_end_, textarea_end_;
 };

@@ -48,8 +48,7 @@ unsigned DigitValue(char c, unsigned base) {
 }
 
 std::uint32_t CodePointOfNumber(std::uint32_t number) {
-    if (number >= 0x80 && number < 0xA0 && kWindows1252[number - 0x80] != 0)
-        return kWindows1252[number - 0x80];
+    if (number >= 0x80 && number < 0xA0 && kWindows1252[number - 0x80] != 0) return kWindows1252[number - 0x80];
     const bool none = number == 0 || number > 0x10FFFF || (number >= 0xD800 && number < 0xE000);
     return none ? 0xFFFD : number;
 }
@@ -82,10 +81,10 @@ Reference ReadName(std::string_view text) {
         const char next = text[length + 1];
         // Names that end here stand in front of those that go on.
         if (first->name.size() == length) ++first;
-        first = std::partition_point(first, last,
-                                     [=](const NamedReference& entry) { return entry.name[length] < next; });
-        last = std::partition_point(first, last,
-                                    [=](const NamedReference& entry) { return entry.name[length] == next; });
+        first =
+            std::partition_point(first, last, [=](const NamedReference& entry) { return entry.name[length] < next; });
+        last =
+            std::partition_point(first, last, [=](const NamedReference& entry) { return entry.name[length] == next; });
         if (first != last && first->name.size() == length + 1) longest = first;
     }
     if (longest == nullptr) return reference;

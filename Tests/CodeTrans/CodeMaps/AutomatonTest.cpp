@@ -25,8 +25,8 @@ TEST(PatternsTest, ReadsWhatItWrites) {
     const char* const kLines[] = {"^EFBBBF = 1", "B0A1: 7 -9 5 23 >", "[80-FF][00 0A-0D]: ? >", "0041 > 41",
                                   "B0[40 41 43]: -9 -9 -9 -9"};
     for (const std::string line : kLines) EXPECT_EQ(FormatPattern(tools::ParsePattern(line)), line);
-    for (const char* line : {"", "^", "4", "4G", "[40", "[40-", "41 = x", "41: 1 2 3", "41: 11 0 0 0",
-                             "41: 0 0 0 24", "41: 0 0 10 23", "41 = 2048", "41 ?", "41 > 4"})
+    for (const char* line : {"", "^", "4", "4G", "[40", "[40-", "41 = x", "41: 1 2 3", "41: 11 0 0 0", "41: 0 0 0 24",
+                             "41: 0 0 10 23", "41 = 2048", "41 ?", "41 > 4"})
         EXPECT_THROW(tools::ParsePattern(line), std::runtime_error) << line;
 }
 
@@ -38,8 +38,7 @@ TEST(AutomatonTest, StandsAtTheLongestBeginningOfAPattern) {
         std::set<std::string> beginnings = {"a", "b", "c"};
         for (int i = 0; i < 6; ++i) {
             std::string bytes;
-            for (auto length = 1 + random() % 5; length > 0; --length)
-                beginnings.insert(bytes += "abc"[random() % 3]);
+            for (auto length = 1 + random() % 5; length > 0; --length) beginnings.insert(bytes += "abc"[random() % 3]);
             patterns.push_back(tools::ParsePattern(tools::FormatBytes(bytes)));
         }
         const Automaton automaton(patterns);
@@ -59,8 +58,7 @@ std::vector<int> GbkDeltas(const tools::Records& records, const std::string& tex
     std::vector<int> deltas;
     std::size_t state = 0;
     for (std::size_t pos = 0; pos < text.size();) {
-        const auto next =
-            static_cast<std::size_t>(records[state].nBase + static_cast<unsigned char>(text[pos]));
+        const auto next = static_cast<std::size_t>(records[state].nBase + static_cast<unsigned char>(text[pos]));
         if (records.at(next).nCheck == static_cast<int>(state)) {
             state = next;
             ++pos;
@@ -77,9 +75,7 @@ std::vector<int> GbkDeltas(const tools::Records& records, const std::string& tex
 
 TEST(AutomatonTest, PacksStartChosenFallbacksAndLaterLines) {
     std::vector<int> record_of;
-    const auto pack = [&](const std::vector<std::string>& lines) {
-        return Automaton(Parse(lines)).Pack(record_of);
-    };
+    const auto pack = [&](const std::vector<std::string>& lines) { return Automaton(Parse(lines)).Pack(record_of); };
     // Aligned pairs of a and b; ab at the start of the text has a score of its own; the last line for bb counts.
     const tools::Records records =
         pack({"[61 62][61 62]: 1 0 0 0 >", "6262: 2 0 0 0", "^6162: 5 0 0 0", "^616363: 6 0 0 0"});

@@ -22,8 +22,8 @@ std::string Wide(std::u32string_view text) {
 
 // What is written to a buffer of exactly the size needed, so that a sanitizer sees one byte too many. Input and output
 // start at odd addresses.
-std::string Written(Convert convert, int encoding, const std::string& input, unsigned long length,
-                    std::size_t size, unsigned long& output_length, unsigned long& result) {
+std::string Written(Convert convert, int encoding, const std::string& input, unsigned long length, std::size_t size,
+                    unsigned long& output_length, unsigned long& result) {
     const std::unique_ptr<char[]> in(new char[input.size() + 2]), out(new char[size + 1]);
     std::memcpy(in.get() + 1, input.c_str(), input.size() + 1);
     std::fill_n(out.get(), size + 1, 'x');
@@ -47,8 +47,7 @@ TEST(ConversionTest, WritesTheShapesAndNoMore) {
         {units, 2, "xyz", 3, 5, Bytes("x\0y\0"), 4},
         {units, 2, "xyz", 3, 1, "", 0},
         {units, 2, "", 0, 10, "", 0},
-        {units, 2, "\xD6\nz", 3, 10, Bytes("\xE4\x8Az\0"),
-         4},  // takes the line feed, gives the entry of D6 40
+        {units, 2, "\xD6\nz", 3, 10, Bytes("\xE4\x8Az\0"), 4},  // takes the line feed, gives the entry of D6 40
         {units, 2, Bytes("\xFF\xFF\0z"), 4, 10, Bytes("\0\0\0\0z\0"), 6},
         {units, 1, "z\xD6\xD0", 3, 10, Bytes("z\0\0\0"), 4},
         {unicode, 3, "z\xD6", 2, 10, Bytes("z\0\xFF\xFE"), 4},

@@ -58,8 +58,7 @@ TEST(DetectionOfTextTest, AsciiIsGbkOfAnyLength) {
     std::string ascii;
     for (int byte = 0x20; byte < 0x7F; ++byte) ascii += static_cast<char>(byte);
     ascii += "\t\r\n\f\x1B[31m";
-    for (std::size_t length = 0; length <= ascii.size(); ++length)
-        EXPECT_EQ(Detect(ascii.substr(0, length)), 2);
+    for (std::size_t length = 0; length <= ascii.size(); ++length) EXPECT_EQ(Detect(ascii.substr(0, length)), 2);
     std::string all_pairs;
     for (const char first : ascii)
         for (const char second : ascii) all_pairs += {first, second};

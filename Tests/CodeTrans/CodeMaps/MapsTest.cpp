@@ -49,8 +49,7 @@ TEST(MapsTest, HoldTheirTablesAndNothingElse) {
             }
             if (unit.empty()) continue;
             ++count;
-            for (const char c : pair + unit)
-                checksum = (checksum ^ static_cast<unsigned char>(c)) * 16777619u;
+            for (const char c : pair + unit) checksum = (checksum ^ static_cast<unsigned char>(c)) * 16777619u;
         }
         EXPECT_EQ(count, row.count);
         EXPECT_EQ(checksum, row.checksum);

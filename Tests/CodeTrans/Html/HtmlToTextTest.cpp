@@ -26,8 +26,7 @@ std::string SlowText(const std::string& html, std::size_t length, std::size_t ca
         const char* const semicolon = *p == '&' && after >= 1 ? std::strchr(p, ';') : nullptr;
         const char* behind = nullptr;
         std::string as = " ";
-        if (*p == '<' && after >= 1 &&
-            (IsLetter(p[1]) || (p[1] != '\0' && std::strchr("/!?", p[1]) != nullptr))) {
+        if (*p == '<' && after >= 1 && (IsLetter(p[1]) || (p[1] != '\0' && std::strchr("/!?", p[1]) != nullptr))) {
             const bool comment = after >= 4 && std::strncmp(p, "<!--", 4) == 0;
             const bool script = after >= 15 && strncasecmp(p, "<script>", 8) == 0;
             const char* q = std::strstr(p, comment ? "-->" : script ? "</s" : ">");
@@ -39,8 +38,7 @@ std::string SlowText(const std::string& html, std::size_t length, std::size_t ca
             unsigned char utf8[6];
             if (value < 127 || value > 254) as.assign(utf8, utf8 + unicode_to_utf8_one(value, utf8, 6));
             behind = semicolon + 1;
-        } else if (semicolon != nullptr &&
-                   (std::strncmp(p, "&lt;", 4) == 0 || std::strncmp(p, "&gt;", 4) == 0)) {
+        } else if (semicolon != nullptr && (std::strncmp(p, "&lt;", 4) == 0 || std::strncmp(p, "&gt;", 4) == 0)) {
             as = p[1] == 'l' ? "<" : ">";
             behind = p + 4;
         } else if (semicolon != nullptr && IsLetter(p[1]) && semicolon - p < 10 && semicolon < end) {
@@ -100,8 +98,7 @@ TEST(HtmlToTextTest, AgreesWithTheSlowForm) {
         "&amp; &nbsp; "
         "nbsp; &# 65 160 20013 12345678 99999999 -5 +9 &longname; &longname %41 %20 %4a %00 \xEF\xBB\xBF "
         "\xD6\xD0");
-    const std::string others[] = {
-        " ", "  ", "\r\n", "\t7", Bytes("\0"), Bytes("\0\0"), std::string(490, 'y')};
+    const std::string others[] = {" ", "  ", "\r\n", "\t7", Bytes("\0"), Bytes("\0\0"), std::string(490, 'y')};
     tokens.insert(tokens.end(), std::begin(others), std::end(others));
     std::mt19937 random(20240229);
     for (int i = 0; i < 300000; ++i) {
@@ -130,8 +127,7 @@ std::clock_t Time(const std::string& piece, const std::string& tail) {
 
 TEST(HtmlToTextTest, HostilePagesCostNoMoreThanOrdinaryOnes) {
     const std::clock_t ordinary = Time("<p class=\"x\">Some words, &quot;中文&quot;</p>\n", "");
-    for (const char* const piece :
-         {"<!--", "&", "<script>", "<b", "&a", "&#1", "</s<script>", "n", "<!-- -- ->"}) {
+    for (const char* const piece : {"<!--", "&", "<script>", "<b", "&a", "&#1", "</s<script>", "n", "<!-- -- ->"}) {
         for (const char* const tail : {"", "</S"}) EXPECT_LT(Time(piece, tail), 20 * ordinary) << piece;
     }
 }

@@ -27,8 +27,7 @@ TEST(CharacterClassTest, ClassifiersAgreeWithRegularExpressions) {
         {IsAllIndex, std::wregex(L"(\xA2.)*[A-Za-z]*")},
         {IsAllLetter, std::wregex(L"(\xA3[\xC1-\xDA\xE1-\xFA])*")},
         {IsAllDelimiter, std::wregex(L"([\xA1\xA3].)*")},
-        {[](unsigned char* text) { return GetCCPrefix(text) > 2; },
-         std::wregex(L"[\xB0-\xF7].[\xB0-\xF7].?")}};
+        {[](unsigned char* text) { return GetCCPrefix(text) > 2; }, std::wregex(L"[\xB0-\xF7].[\xB0-\xF7].?")}};
     const std::string alphabet = "\xA1\xA2\xA3\xAF\xB0\xC0\xC1\xDA\xDB\xE0\xE1\xFA\xFB\xF7\xF8\x80\x81@Z{";
     for (std::size_t code = 0; code < 21 * 21 * 21; ++code) {  // the last digit chooses no byte
         std::string text;
@@ -118,8 +117,7 @@ TEST(CharacterSteppingTest, CharactersAreCountedByEncoding) {
 
 TEST(EnglishTextTest, JudgesTwelveBytes) {
     // In the last, C4 lies between two samples.
-    for (const std::string& text :
-         test_support::Words("a a1 z\xA1z\xB1 aaaaa22222 zzz\xC4zzzzzzzzzzzzzzzzzzz"))
+    for (const std::string& text : test_support::Words("a a1 z\xA1z\xB1 aaaaa22222 zzz\xC4zzzzzzzzzzzzzzzzzzz"))
         EXPECT_TRUE(IsEnglishText(text.c_str())) << Hex(text);
     for (const std::string& text : test_support::Words(
              "1 1a1 a\xC4 z\xC4zzzzzzzzzzzzzzzzzzzzz zzzzzzzzzzzzzzzzzzzzz\xC4z zzzzzz\xC4zzzzz aaaa222222"))

@@ -38,10 +38,9 @@ std::pair<std::string, std::string> Split(const std::string& name) {
 // counting.
 TEST(CharacterListsTest, EveryUnitIsFoundByItsFirstOccurrence) {
     const std::string any_list = "aq\xB0\xB0\xA1z\xB0\xB0\xA1\xB0z\xC1\xC2\xC3\xC2\xC3z\x81", many(64, 'a');
-    const std::pair<std::string_view, std::string> lists[] = {
-        {kWesternNameCharacters.view(), ToGbk("芭芭")},
-        {kCoreWesternNameCharacters.view(), ToGbk("娃娃")},
-        {kJapaneseNameCharacters.view(), ToGbk("藤藤")}};
+    const std::pair<std::string_view, std::string> lists[] = {{kWesternNameCharacters.view(), ToGbk("芭芭")},
+                                                              {kCoreWesternNameCharacters.view(), ToGbk("娃娃")},
+                                                              {kJapaneseNameCharacters.view(), ToGbk("藤藤")}};
     for (unsigned code = 0x0101; code < 65536; code += code % 256 == 255 ? 2 : 1) {
         const std::string unit = Character(code);
         for (const auto& [list, two_of_this_list_only] : lists) {
@@ -65,8 +64,8 @@ TEST(ForeignNamesTest, CountsAndTypes) {
     // clang-format on
     for (const auto& [text, count, type, all_foreign, foreign] : rows) {
         std::string word = ToGbk(text);
-        EXPECT_EQ(std::tuple(GetForeignCharCount(word.data()), GetForeignType(word.data()),
-                             IsAllForeign(word.data()), IsForeign(word.data())),
+        EXPECT_EQ(std::tuple(GetForeignCharCount(word.data()), GetForeignType(word.data()), IsAllForeign(word.data()),
+                             IsForeign(word.data())),
                   std::tuple(count, type, all_foreign, foreign))
             << text;
     }
@@ -97,8 +96,7 @@ TEST(PlaceSuffixesTest, FirstWordThenCharacter) {
 TEST(DictionaryFormsTest, MarksAreSpelledFullWidth) {
     for (unsigned byte = 0; byte < 256; ++byte) {
         const bool known = std::string_view(".,;:?!%(){+}[]/=").find(ToChar(byte)) != std::string_view::npos;
-        std::string expected = {'\xEF', ToChar(byte < 0x60 ? 0xBC : 0xBD),
-                                ToChar(0x80 | ((byte - 0x20) & 0x3F))};
+        std::string expected = {'\xEF', ToChar(byte < 0x60 ? 0xBC : 0xBD), ToChar(0x80 | ((byte - 0x20) & 0x3F))};
         if (byte == '.') expected = "。";
         if (!known) expected = ToChar(byte);
         char form[4] = {'#', '#', '#', '#'};

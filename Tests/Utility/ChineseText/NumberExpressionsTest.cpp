@@ -21,9 +21,8 @@ TEST(NumberExpressionsTest, Numbers) {
                "3.\xEFx 3\xE2\x88x \xEF\xBC\xA3\xB1 \xD6 3\xD6 3\xE2")) {
         EXPECT_TRUE(IsNumber(word)) << Hex(word);
     }
-    for (const std::string& word :
-         Words("abc 1.2.3 .5 +-5 3.xy 3.5%xy x\xD6 %\xD6 3\xE7\x99\xBEx 3.5\xE7\x99\xBE "
-               "3\xEF\xBC\xE7\x99 3.\xEFxy \xA3\xAD\xA3\xB5 \xA3\xB1.5.5.5 3\xA3\xB1")) {
+    for (const std::string& word : Words("abc 1.2.3 .5 +-5 3.xy 3.5%xy x\xD6 %\xD6 3\xE7\x99\xBEx 3.5\xE7\x99\xBE "
+                                         "3\xEF\xBC\xE7\x99 3.\xEFxy \xA3\xAD\xA3\xB5 \xA3\xB1.5.5.5 3\xA3\xB1")) {
         EXPECT_FALSE(IsNumber(word)) << Hex(word);
     }
     EXPECT_TRUE(IsNumber("") && IsAllNum("1.2.3", 3) && IsAllNum("3\xE7\x99x", 3));
@@ -38,8 +37,7 @@ TEST(NumberExpressionsTest, EveryUnitIsFoundByItsFirstOccurrence) {
     for (unsigned code = 0x8001; code < 65536; code += code % 256 == 255 ? 2 : 1) {
         std::string unit = Character(code), second = "\xE4\xB8" + unit;
         const auto in = [&unit](const char* list) { return CC_Find(list, unit.c_str()) != nullptr; };
-        const bool numeral =
-            in("零○一二两三四五六七八九十廿百千万亿壹贰叁肆伍陆柒捌玖拾佰仟兆∶·．／点几上成");
+        const bool numeral = in("零○一二两三四五六七八九十廿百千万亿壹贰叁肆伍陆柒捌玖拾佰仟兆∶·．／点几上成");
         const bool separator = in("∶·．／"), magnitude = in("百千万亿佰仟兆");
         SCOPED_TRACE(Hex(unit));
         EXPECT_EQ(IsNumber(unit + "1"), in("±第—＋") || (code >= 0xA3B0 && code <= 0xA3B9));
@@ -48,13 +46,11 @@ TEST(NumberExpressionsTest, EveryUnitIsFoundByItsFirstOccurrence) {
         EXPECT_EQ(IsNumber("1\xE7\x99" + unit), magnitude);
         EXPECT_EQ(IsAllChineseNum(unit.data(), 0), numeral || in("数第"));
         EXPECT_EQ(IsAllChineseNum(second.data(), 0), numeral);
-        EXPECT_EQ(IsYearTime(("\xE2\x80" + unit).c_str(), 0),
-                  in("’零○〇０一二三四五六七八九壹贰叁肆伍陆柒捌玖"));
+        EXPECT_EQ(IsYearTime(("\xE2\x80" + unit).c_str(), 0), in("’零○〇０一二三四五六七八九壹贰叁肆伍陆柒捌玖"));
         EXPECT_EQ(IsYearTime((unit + "\xA3\xB1").c_str(), 0), in("５６７８９") && in("±第—＋"));
         EXPECT_EQ(IsYearTime(("\xE5\x8D" + unit + "xxxx").c_str(), 0), in("千仟零〇○"));
         EXPECT_EQ(IsYearTime(unit.c_str(), 0), in("千仟"));
-        EXPECT_EQ(IsDayTime(unit.c_str(), 0),
-                  in("零一二三四五六七八九十壹贰叁肆伍陆柒捌玖０１２３４５６７８９"));
+        EXPECT_EQ(IsDayTime(unit.c_str(), 0), in("零一二三四五六七八九十壹贰叁肆伍陆柒捌玖０１２３４５６７８９"));
     }
 }
 
@@ -63,8 +59,7 @@ TEST(DateExpressionsTest, YearsAndDays) {
         {"year day", "98"},
         {"year ", "xx 1998 abcd 199801 \xE2\x80x \xA3\xB1\xA3\xB9\xA3\xB9\xA3\xB8"},
         {"day", "x 45 00 \xE9\x9Bx \xE9\x9B\xE9\x9B\xE9\x9B"},
-        {"",
-         "-1 123 19980 1998-1 \xA3\xB9\xA3\xB8 \xE9\x9B\xE9\x9B\xE9\x9B\xE9\x9B \xE5\x8D\xE5\x8D\xE5\x8Dxx"}};
+        {"", "-1 123 19980 1998-1 \xA3\xB9\xA3\xB8 \xE9\x9B\xE9\x9B\xE9\x9B\xE9\x9B \xE5\x8D\xE5\x8D\xE5\x8Dxx"}};
     for (const auto& [kind, words] : rows) {
         for (const std::string& word : Words(words)) {
             const std::string year = IsYearTime(word.c_str(), 0) ? "year " : "";

@@ -46,20 +46,18 @@ TEST(SentencesTest, EveryUnitIsWhatTheListsSay) {
     for (unsigned code = 1; code < 65536 && !HasFailure(); ++code) {
         if ((code > 0xFF && code < 0x8000) || (code & 0xFF) == 0) continue;
         const std::string unit = Character(code);
-        const bool ends = code > 0xFF ? CC_Find("。！？；", unit.c_str()) != nullptr
-                                      : std::strchr(".!;?\r\n\t", unit[0]) != nullptr;
+        const bool ends =
+            code > 0xFF ? CC_Find("。！？；", unit.c_str()) != nullptr : std::strchr(".!;?\r\n\t", unit[0]) != nullptr;
         EXPECT_EQ(FindSentenceEnd((unit + "-").c_str(), 0, unit.size()) == unit.size(), ends) << Hex(unit);
         const std::size_t start = FindSentenceStart(("-" + unit).c_str(), 1 + unit.size(), 1);
-        EXPECT_TRUE(start == (ends ? 1 + unit.size() : 0) || (code > 0xFF && (code & 0x80) == 0))
-            << Hex(unit);
+        EXPECT_TRUE(start == (ends ? 1 + unit.size() : 0) || (code > 0xFF && (code & 0x80) == 0)) << Hex(unit);
         std::string folded = unit;
         const char* const found = CC_Find(kFullWidth, unit.c_str());
         if (found != nullptr && found - kFullWidth < 126) folded = kHalfWidth[(found - kFullWidth) / 2];
         if (code >= 0xA380 && code < 0xA400 && std::isalnum(code & 0x7F)) folded = Character(code & 0x7F);
         ExpectFolded(unit, folded);
     }
-    ExpectFolded("x\xD6\xD0\xA3\xE1-\xA3\xB9\xA1\xEF\xA1\xA3\xBC\xBD,\xE3",
-                 "x\xD6\xD0\x61-9\xA1\xEF\xA1\xA3!,,");
+    ExpectFolded("x\xD6\xD0\xA3\xE1-\xA3\xB9\xA1\xEF\xA1\xA3\xBC\xBD,\xE3", "x\xD6\xD0\x61-9\xA1\xEF\xA1\xA3!,,");
 }
 
 TEST(SentencesTest, TitlesAndSentencesAreJudgedByTheirEnd) {

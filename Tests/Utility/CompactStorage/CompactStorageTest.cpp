@@ -6,8 +6,7 @@
 
 namespace {
 
-using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream,
-    test_support::StreamOf;
+using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream, test_support::StreamOf;
 
 TEST(StaticStr, GrowsByAMarginAndStandsInAFile) {
     CStaticStr pool, copy;
@@ -86,8 +85,7 @@ TEST(Serialisation, PutsStringsBehindTheirLengthAndIntegersInBuffers) {
     EXPECT_EQ(capacity, 1024);
     EXPECT_EQ(WriteBuf(&buffer, used, capacity, -2, true), 1020);
     EXPECT_EQ(capacity, 2040);
-    EXPECT_EQ(Hex(std::string(buffer, 8) + std::string(buffer + 1016, 4)),
-              "01 02 03 04 04 03 02 01 FF FF FF FE");
+    EXPECT_EQ(Hex(std::string(buffer, 8) + std::string(buffer + 1016, 4)), "01 02 03 04 04 03 02 01 FF FF FF FE");
     std::free(buffer);
 }
 

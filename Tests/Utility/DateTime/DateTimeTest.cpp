@@ -30,8 +30,7 @@ TEST_F(DateTime, EveryDayOfALeapCenturyGoesThereAndBack) {
     for (const char* const zone : {"UTC0", "CST-8", "<+0545>-5:45", kNewYork}) {
         SetTimeZone(zone);
         for (long day = Seconds(1999, 1, 1); day < Seconds(2101, 1, 1); day += 86400) {
-            const std::time_t time =
-                day + 43200 + day / 86400 % 12 * 3599;  // not in an hour that comes twice
+            const std::time_t time = day + 43200 + day / 86400 % 12 * 3599;  // not in an hour that comes twice
             ASSERT_EQ(str2time(Text(time, false).c_str()), time) << zone;
             ASSERT_EQ(str2time(formatDateTime(time, false).c_str()), time) << zone;
             // The Chinese form has no unit behind the time of day, which is therefore not read.

@@ -17,8 +17,7 @@ std::string Expected(const std::string& text, const std::regex& expression) {
 }
 
 TEST(ItemLookup, AgreesWithRegularExpressionsOnEveryShortText) {
-    const std::regex item("<n>([^]*?)(</n>|$)"), json("\"n\":[^\"]*\"([^\"]*)(\"|$)"),
-        property("n=\"([^\"]*)(\"|$)");
+    const std::regex item("<n>([^]*?)(</n>|$)"), json("\"n\":[^\"]*\"([^\"]*)(\"|$)"), property("n=\"([^\"]*)(\"|$)");
     const char* const kTokens[] = {"<n>", "</n>", "n=\"", "\"n\":", "\"", "<", "4"};
     for (const std::string& digits : test_support::AllTexts("0123456", 4)) {
         std::string value = "left over", text;

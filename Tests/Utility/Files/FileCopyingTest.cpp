@@ -26,8 +26,7 @@ TEST(FileCopying, AppendsUpToALimitAndCopiesRanges) {
                 const Stream copy = StreamOf();
                 const bool is_empty = size == 0 || start > end || start > 10;
                 const std::string range = is_empty ? "" : kDigits.substr(start, end - start);
-                EXPECT_EQ(FileCopy(source.get(), copy.get(), start, end, buffer, size, nullptr),
-                          range.size());
+                EXPECT_EQ(FileCopy(source.get(), copy.get(), start, end, buffer, size, nullptr), range.size());
                 EXPECT_EQ(BytesIn(copy), range);
             }
         }
@@ -37,8 +36,7 @@ TEST(FileCopying, AppendsUpToALimitAndCopiesRanges) {
 TEST(FileCopying, EndsWhereSomethingFails) {
     unsigned char buffer[4];
     const Stream source = StreamOf(kDigits), copy = StreamOf(), closed = StreamOf();
-    const Stream directory = Open("/", "rb"), full = Open("/dev/full", "wb"),
-                 unreadable = Open("/dev/full", "wb");
+    const Stream directory = Open("/", "rb"), full = Open("/dev/full", "wb"), unreadable = Open("/dev/full", "wb");
     close(fileno(closed.get()));
     EXPECT_EQ(FileCopy(source.get(), full.get(), SIZE_MAX, nullptr, 0), -2);
     EXPECT_EQ(FileCopy(source.get(), closed.get(), 4, nullptr, 0), -2);
@@ -85,13 +83,11 @@ TEST_F(NamedFiles, AreWrittenAndCopied) {
     EXPECT_TRUE(gfn_bWriteFile(text_.c_str(), Bytes("100%s\n\0lost")));
     EXPECT_TRUE(gfn_bAddFile(text_.c_str(), "\xD6\xD0\r\n"));
     EXPECT_EQ(ReadFileBytes(text_), "100%s\n\xD6\xD0\r\n");
-    EXPECT_FALSE(gfn_bWriteFile(nullptr, "x") || gfn_bAddFile("", "x") ||
-                 gfn_bAddFile(nowhere_.c_str(), "x"));
+    EXPECT_FALSE(gfn_bWriteFile(nullptr, "x") || gfn_bAddFile("", "x") || gfn_bAddFile(nowhere_.c_str(), "x"));
     // What the disk does not take goes unnoticed.
     EXPECT_TRUE(gfn_bWriteFile("/dev/full", "x") && FileCopy(text_.c_str(), "/dev/full", 4));
     EXPECT_FALSE(FileCopy(text_.c_str(), nowhere_.c_str(), 4));
-    EXPECT_EQ(Logged(".err"),
-              "[]Error read file\n[]" + nowhere_ + "\n[]Error write file\n[]" + nowhere_ + '\n');
+    EXPECT_EQ(Logged(".err"), "[]Error read file\n[]" + nowhere_ + "\n[]Error write file\n[]" + nowhere_ + '\n');
 }
 
 TEST_F(NamedFiles, AreFoundByGroupsOfThreeBytes) {
@@ -103,8 +99,7 @@ TEST_F(NamedFiles, AreFoundByGroupsOfThreeBytes) {
     const std::string base = folder_.path();
     std::string content;
     std::filesystem::create_directories(base + "/123/456");
-    for (const char* const name : {"123/456/7.html", "123/456/8.txt"})
-        gfn_bWriteFile((folder_ / name).c_str(), "");
+    for (const char* const name : {"123/456/7.html", "123/456/8.txt"}) gfn_bWriteFile((folder_ / name).c_str(), "");
     for (const auto& [id, name] : rows) gfn_bWriteFile((folder_ / name).c_str(), name);
     for (const auto& [id, name] : rows) {
         EXPECT_EQ(GetFileContentById(id, base.c_str(), content), content.data());

@@ -82,8 +82,7 @@ TEST_F(FileReader, RefusesACountThatCannotBeHad) {
 }
 
 TEST_F(FileReader, HoldsItsFileUntilAnotherIsOpen) {
-    const std::string name = folder_ / "data.txt", other_case = folder_ / "Data.TXT",
-                      missing = folder_ / "missing";
+    const std::string name = folder_ / "data.txt", other_case = folder_ / "Data.TXT", missing = folder_ / "missing";
     WriteFileBytes(name, "0123456789");
     WriteFileBytes(other_case, "another");
     for (const std::string& same : {name, other_case}) EXPECT_EQ(Read(reader_, same), "0123456789");
@@ -106,9 +105,7 @@ TEST_F(FileReader, HoldsItsFileUntilAnotherIsOpen) {
 
 TEST_F(FileReader, ThreadsShareOneOverChangingNames) {
     const auto name = [this](unsigned file) { return folder_ / std::to_string(file); };
-    const auto content = [](unsigned file) {
-        return std::string(10010 + file, static_cast<char>('0' + file));
-    };
+    const auto content = [](unsigned file) { return std::string(10010 + file, static_cast<char>('0' + file)); };
     for (unsigned file = 0; file < 3; ++file) WriteFileBytes(name(file), content(file));
     std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
@@ -122,8 +119,7 @@ TEST_F(FileReader, ThreadsShareOneOverChangingNames) {
                 reader_.ReadFile(name(file).c_str(), text, 0, 0, true);
                 wrong += text != whole;
                 const std::string end = Read(reader_, name(file), 10000, 20, false);
-                wrong +=
-                    end != (file == 3 ? "no buffer" : whole.substr(10000) + std::string(10 - file, '\0'));
+                wrong += end != (file == 3 ? "no buffer" : whole.substr(10000) + std::string(10 - file, '\0'));
             }
         });
     }

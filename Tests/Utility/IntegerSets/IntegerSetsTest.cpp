@@ -4,8 +4,7 @@
 
 namespace {
 
-using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream,
-    test_support::StreamOf;
+using test_support::Bytes, test_support::BytesIn, test_support::Hex, test_support::Stream, test_support::StreamOf;
 using Values = std::vector<int>;
 using Sizes = std::vector<unsigned long>;
 __extension__ using Wide = unsigned __int128;  // for sums that cannot wrap
@@ -106,8 +105,7 @@ TEST(IntArray, GrowsByAMarginAndStandsInAFile) {
     EXPECT_EQ(list, Values(other.m_pData + 1, other.m_pData + 1505));
     for (const int start : {INT_MIN, -3, 1505, INT_MAX - 3}) {
         const _tIntArray outside = {start, start + 3};
-        EXPECT_FALSE(other.Or(&start, 1, outside) || other.And(&start, 1, outside) ||
-                     other.IsExist(-1, outside));
+        EXPECT_FALSE(other.Or(&start, 1, outside) || other.And(&start, 1, outside) || other.IsExist(-1, outside));
     }
     other = std::move(pool);
     EXPECT_EQ(other.GetValue(2), 0x12345678);

@@ -16,8 +16,7 @@ TEST(BufferManager, FreesTheOldestInBatchesAndAllOnRequest) {
     CBufferManager manager;
     for (std::size_t added = 1; added <= 55000; ++added) {
         const std::string text = std::to_string(added);
-        const char* const held =
-            added % 2 == 0 ? manager.AddBuffer(new char[1]{'x'}) : manager.AddBuffer(text.c_str());
+        const char* const held = added % 2 == 0 ? manager.AddBuffer(new char[1]{'x'}) : manager.AddBuffer(text.c_str());
         const std::size_t size = added <= 20001 ? added : 10002 + (added - 20002) % 10000;
         ASSERT_EQ(manager.m_vBuffers.size(), size) << added;
         ASSERT_EQ(manager.m_vBuffers[0], std::to_string(added - size + 1)) << added;

@@ -22,8 +22,7 @@ protected:
             lines.clear();
             for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
                 std::ifstream file(entry.path());
-                for (std::string line; std::getline(file, line);)
-                    lines.push_back(line.substr(line.find(']') + 1));
+                for (std::string line; std::getline(file, line);) lines.push_back(line.substr(line.find(']') + 1));
             }
         }
         return lines;

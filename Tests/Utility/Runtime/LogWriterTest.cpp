@@ -35,9 +35,7 @@ protected:
         }
         return "no stamp of now: " + text;
     }
-    std::string Log(const char* extension) const {
-        return test_support::ReadFileBytes(folder_ / (day_ + extension));
-    }
+    std::string Log(const char* extension) const { return test_support::ReadFileBytes(folder_ / (day_ + extension)); }
 
     std::string day_;
     int behind_seconds_ = 0;
@@ -74,9 +72,7 @@ TEST_F(LogWriter, FallsBackToStandardOutput) {
         {nullptr, folder_.path().c_str(), true, no_room}};
     for (const auto& [directory, log_path, is_error, file_name] : rows) {
         g_sLogPath = log_path;
-        const auto write = [directory = directory, is_error = is_error] {
-            WriteLog("text", directory, is_error);
-        };
+        const auto write = [directory = directory, is_error = is_error] { WriteLog("text", directory, is_error); };
         EXPECT_EQ(WithoutStamp(PrintedBy(write)), "[] text\nCannot write log file " + file_name + "!\r\n");
     }
     const auto write_in_a_process = [] {

@@ -34,8 +34,7 @@ TEST(StringToolkitTest, StrTokenAndSplitOrAgreeWithTheCLibrary) {
         Strings expected, tokens;
         std::string copy = text;
         char *from = copy.data(), *state = nullptr;
-        while (const char* token = strtok_r(std::exchange(from, nullptr), ",;", &state))
-            expected.emplace_back(token);
+        while (const char* token = strtok_r(std::exchange(from, nullptr), ",;", &state)) expected.emplace_back(token);
         EXPECT_EQ(gfn_bSplitOR(text.c_str(), pieces, ",;"), !text.empty());
         EXPECT_EQ(pieces, expected) << text;
         // StrToken gives one empty token more where nothing, or a delimiter, ends the text.
@@ -116,8 +115,7 @@ TEST(StringToolkitTest, StrLineReadsLinesAndRecords) {
         for (const bool allow_quoted : {false, true}) {
             Lines expected;
             std::sregex_iterator match(text.begin(), text.end(), allow_quoted ? quoted : plain), end;
-            for (; match != end; ++match)
-                expected.emplace_back((*match)[(*match)[1].matched], (*match)[1].matched);
+            for (; match != end; ++match) expected.emplace_back((*match)[(*match)[1].matched], (*match)[1].matched);
             EXPECT_EQ(ReadLines(text, allow_quoted), expected) << text;
         }
     }
@@ -201,8 +199,7 @@ TEST(StringToolkitTest, BinarySearchesFindWhatIsThereAndHalveAlike) {
     for (int byte = 1; byte < 65536; ++byte) {  // the order is that of strcasecmp
         const Strings pair = {{static_cast<char>(byte >> 8)}, {static_cast<char>(byte & 0xFF)}};
         if (strcasecmp(pair[0].c_str(), pair[1].c_str()) >= 0) continue;
-        EXPECT_TRUE(BinarySearch(pair[0].c_str(), pair) == 0 && BinarySearch(pair[1].c_str(), pair) == 1)
-            << byte;
+        EXPECT_TRUE(BinarySearch(pair[0].c_str(), pair) == 0 && BinarySearch(pair[1].c_str(), pair) == 1) << byte;
     }
 }
 
@@ -237,15 +234,13 @@ TEST(StringToolkitTest, PrefixSearchesAgreeWithLookingAtEveryEntry) {
     std::set<std::string> many;
     while (many.size() < 100000) many.insert("word" + std::to_string(random() % 1000000));
     const Strings table(many.begin(), many.end());
-    for (int round = 0; round < 20; ++round)
-        CheckPrefixSearches(table, table[random() % table.size()] + "17");
+    for (int round = 0; round < 20; ++round) CheckPrefixSearches(table, table[random() % table.size()] + "17");
     // Of the shortest, the one met first, else the nearest below, else the nearest above.
     const char* ties[] = {"ab", "ac", "ad", "aee", "af", "b"};
     const auto shortest = [&](unsigned long first, unsigned long last) {
         return BinaryPrefixSearch("a", 1, ties, first, last);
     };
-    EXPECT_EQ((Numbers{shortest(0, 5), shortest(2, 5), shortest(3, 4), shortest(5, 5)}),
-              (Numbers{2, 2, 4, -1}));
+    EXPECT_EQ((Numbers{shortest(0, 5), shortest(2, 5), shortest(3, 4), shortest(5, 5)}), (Numbers{2, 2, 4, -1}));
 }
 
 // The search that starts anew behind every place that begins like the pattern: result, start, end, offset.
@@ -341,8 +336,7 @@ TEST(StringToolkitTest, HashesHaveTheirKnownValues) {
         {"abcdefghijklmnopqrstuvwxyz0123456789",
          {108887817, 603811166, 557349497, 169551, static_cast<long>(11574022147833870194u)}}};
     for (const auto& [text, hashes] : rows) {
-        const auto tianl_hash = static_cast<long>(Tianlhash(text)),
-                   str_hash = static_cast<long>(Strhash(text));
+        const auto tianl_hash = static_cast<long>(Tianlhash(text)), str_hash = static_cast<long>(Strhash(text));
         EXPECT_EQ(hashes, (Numbers{UrlHash(text), tianl_hash, HfIp(text), _hf(text), str_hash}));
         EXPECT_EQ(ELFhash(text), UrlHash(text));
     }

@@ -69,12 +69,7 @@ std::string SlowUtf8(const std::string& bytes) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const auto byte = static_cast<unsigned char>(bytes[i]);
         if (needed == 0) {
-            needed = byte < 0x80   ? 0
-                     : byte < 0xC2 ? -1
-                     : byte < 0xE0 ? 1
-                     : byte < 0xF0 ? 2
-                     : byte < 0xF5 ? 3
-                                   : -1;
+            needed = byte < 0x80 ? 0 : byte < 0xC2 ? -1 : byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : byte < 0xF5 ? 3 : -1;
             if (byte == 0xE0) lower = 0xA0;
             if (byte == 0xED) upper = 0x9F;
             if (byte == 0xF0) lower = 0x90;
@@ -100,9 +95,7 @@ std::string SlowDoubleByte(const std::string& bytes, const char* charset) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const auto byte = static_cast<unsigned char>(bytes[i]);
         if (pending.empty() && (byte < 0x80 || byte == 0x80 || byte == 0xFF)) {
-            text += byte < 0x80                         ? std::string(1, bytes[i])
-                    : byte == 0x80 && charset[0] == 'G' ? "€"
-                                                        : "\uFFFD";
+            text += byte < 0x80 ? std::string(1, bytes[i]) : byte == 0x80 && charset[0] == 'G' ? "€" : "\uFFFD";
         } else if (pending.empty()) {
             pending = bytes[i];
         } else {
@@ -119,8 +112,7 @@ std::string SlowDoubleByte(const std::string& bytes, const char* charset) {
 }
 
 TEST(DecodeTest, FollowsTheStandardsDecoders) {
-    for (const std::string& bytes :
-         test_support::AllTexts("A\x80\x9F\xA0\xBF\xC2\xE0\xED\xF0\xF4\xF5\xFF", 4)) {
+    for (const std::string& bytes : test_support::AllTexts("A\x80\x9F\xA0\xBF\xC2\xE0\xED\xF0\xF4\xF5\xFF", 4)) {
         ASSERT_EQ(textkit::Decode(bytes, Encoding::kUtf8).text, SlowUtf8(bytes)) << Hex(bytes);
         ASSERT_EQ(textkit::IsValidUtf8(bytes), SlowUtf8(bytes) == bytes) << Hex(bytes);
     }
@@ -246,8 +238,7 @@ TEST(DetectTest, MarksAndAsciiDecide) {
         {Bytes("p\0l\0a\0i\0n\0 \0t\0e\0x\0t\0"), Encoding::kUtf16Le, false},
         {"这是一个用来测试的句子。", Encoding::kUtf8, false},
         {textkit::Encode("这是一个用来测试的句子。", Encoding::kGbk).bytes, Encoding::kGbk, false},
-        {textkit::Encode("這是一個用來測試的句子。", Encoding::kBig5, {}, Maps()).bytes, Encoding::kBig5,
-         false},
+        {textkit::Encode("這是一個用來測試的句子。", Encoding::kBig5, {}, Maps()).bytes, Encoding::kBig5, false},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(Hex(row.bytes));
@@ -281,8 +272,7 @@ TEST(CodeMapsTest, CompiledInTablesAreThoseOfTheDataFile) {
         for (const Encoding encoding : {Encoding::kGbk, Encoding::kBig5}) {
             const textkit::Decoded ours = textkit::Decode(bytes, encoding);
             ASSERT_EQ(ours.text, textkit::Decode(bytes, encoding, maps).text) << Hex(bytes);
-            ASSERT_EQ(textkit::Encode(ours.text, encoding).bytes,
-                      textkit::Encode(ours.text, encoding, {}, maps).bytes);
+            ASSERT_EQ(textkit::Encode(ours.text, encoding).bytes, textkit::Encode(ours.text, encoding, {}, maps).bytes);
         }
         ASSERT_EQ(textkit::Detect(bytes).encoding, textkit::Detect(bytes, maps).encoding) << Hex(bytes);
     }

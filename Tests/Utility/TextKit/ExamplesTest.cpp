@@ -32,8 +32,7 @@ TEST(TextKitExamples, Encodings) {
 }
 
 TEST(TextKitExamples, Pages) {
-    EXPECT_EQ(textkit::PageText("<p>5 &lt; 6&nbsp;&nbsp;<b>x</b>y<p>z<script async>f()</script>"),
-              "5 < 6 xy\nz");
+    EXPECT_EQ(textkit::PageText("<p>5 &lt; 6&nbsp;&nbsp;<b>x</b>y<p>z<script async>f()</script>"), "5 < 6 xy\nz");
     EXPECT_EQ(textkit::DecodeReferences("&copy;2026 &#20013;&#x6587; AT&T &notin;"), "©2026 中文 AT&T ∉");
 }
 

@@ -77,9 +77,8 @@ TEST(PagesTest, KnowsEveryNamedReference) {
         ++names;
     }
     EXPECT_EQ(names, 2231);
-    EXPECT_EQ(
-        textkit::DecodeReferences("&#x4E2D;&#20013&#233;&#X10FFFF;&#128;&#x81;&#1114112;&#xDFFF;&#;&#x;&"),
-        "中中é\U0010FFFF€\u0081\uFFFD\uFFFD&#;&#x;&");
+    EXPECT_EQ(textkit::DecodeReferences("&#x4E2D;&#20013&#233;&#X10FFFF;&#128;&#x81;&#1114112;&#xDFFF;&#;&#x;&"),
+              "中中é\U0010FFFF€\u0081\uFFFD\uFFFD&#;&#x;&");
 }
 
 // Openings without closings must not make the page cost more per byte the longer it is.
