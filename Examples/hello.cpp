@@ -1,4 +1,4 @@
-// From a page of unknown encoding to tokens: the typical use of the library, end to end.   hello CODEMAPS PAGE
+// From a page of unknown encoding to tokens: the typical use of the library, end to end.   hello PAGE [CODEMAPS]
 #include <Global.h>
 #include <STLCodeTrans.h>
 #include <Utility.h>
@@ -8,13 +8,16 @@
 #include <string>
 #include <vector>
 
+#include "FindCodeMaps.h"
+
 int main(int argc, char** argv) {
-    if (argc != 3) return std::cerr << "usage: hello CODEMAPS PAGE\n", 2;
+    if (argc != 2 && argc != 3) return std::cerr << "usage: hello PAGE [CODEMAPS]\n", 2;
     g_bLog = false;  // or failures write a dated log file into the working directory
     // Once, before detection and before threads start: loading is not guarded.
-    if (CodeTrans_Initialize(argv[1]) != 0) return std::cerr << argv[1] << ": no code maps\n", 1;
+    const std::string code_maps = FindCodeMaps(argv[2], INSTALLED_CODEMAPS);  // argv ends with a null
+    if (CodeTrans_Initialize(code_maps.c_str()) != 0) return std::cerr << "no code maps: \"" << code_maps << "\"\n", 1;
     std::string page;
-    if (ReadFile(argv[2], page, 0, 0, true) == 0) {                // the string form leaves out NUL bytes
+    if (ReadFile(argv[1], page, 0, 0, true) == 0) {                // the string form leaves out NUL bytes
         const std::unique_ptr<char[]> message(GetLastErrorMsg());  // ours to free: no buffer manager is installed
         return std::cerr << message.get() << '\n', 1;
     }

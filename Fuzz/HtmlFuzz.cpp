@@ -1,39 +1,39 @@
-// HTML to text, percent escapes, and what TextKit.h and the tool make of pages.
-
-#include <STLCodeTrans.h>
-#include <TextKit.h>
+// HTML to text, and percent escapes.
 
 #include "FuzzSupport.h"
-#include "Splitting.h"
+
+namespace {
+
+std::string TextOf(const std::string& html, unsigned long limit) {
+    fuzz::Exact page(html), text((limit == 0 ? html.size() : limit) + 6);
+    unsigned long length = limit;
+    FUZZ_CHECK(vHtmlToText(page.get(), html.size(), text.get(), length) == 0);
+    FUZZ_CHECK(text.Text().size() == length && page.Text() == html.substr(0, html.find('\0')));
+    return text.Text();
+}
+
+void CheckEscapes(const std::string& uri) {
+    fuzz::Exact input(uri), decoded(uri.size());
+    int length = 0, length_in_place = 0;
+    FUZZ_CHECK(iURIDecode(input.get(), static_cast<int>(uri.size()), decoded.get(), length) == 0);
+    FUZZ_CHECK(length >= 0 && static_cast<std::size_t>(length) <= uri.size());
+    iURIDecode(input.get(), static_cast<int>(uri.size()), input.get(), length_in_place);
+    FUZZ_CHECK(length == length_in_place);
+    FUZZ_CHECK(std::memcmp(input.get(), decoded.get(), static_cast<std::size_t>(length)) == 0);
+    const auto escapes = static_cast<std::size_t>(std::count(uri.begin(), uri.end(), '%'));
+    FUZZ_CHECK(static_cast<std::size_t>(length) + 2 * escapes >= uri.size());
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
-    const std::size_t capacity = input.Number(64);
-    const std::string html = input.Rest();
-    fuzz::Exact page(html), text((capacity == 0 ? html.size() : capacity) + 6);
-    unsigned long length = capacity;
-    FUZZ_CHECK(vHtmlToText(page.get(), html.size(), text.get(), length) == 0);
-    FUZZ_CHECK(length < text.size() && text.get()[length] == '\0' && std::strlen(text.get()) == length);
-
-    fuzz::Exact decoded(html.size() + 1);
-    int decoded_length = 0;
-    iURIDecode(page.get(), static_cast<int>(html.size()), decoded.get(), decoded_length);
-    FUZZ_CHECK(decoded_length >= 0 && static_cast<std::size_t>(decoded_length) <= html.size());
-
-    const std::string_view bytes(page.get(), html.size());
-    FUZZ_CHECK(textkit::IsValidUtf8(textkit::PageText(bytes)));
-    for (const auto encoding :
-         {textkit::Encoding::kUtf8, textkit::Encoding::kGbk, textkit::Encoding::kBig5, textkit::Encoding::kUtf16Le}) {
-        const textkit::Decoded page_text = textkit::Decode(bytes, encoding);
-        FUZZ_CHECK(textkit::IsValidUtf8(page_text.text));
-        FUZZ_CHECK(page_text.first_replaced < bytes.size() || page_text.replaced == 0);
-        textkit::Encode(bytes, encoding, textkit::Unmappable::kNumericReference);
-        const std::string clean = textkit::PageText(page_text.text);
-        FUZZ_CHECK(textkit::IsValidUtf8(clean));
-        std::size_t sentence_bytes = 0;
-        for (const auto sentence : pagetext::Sentences(clean)) sentence_bytes += sentence.size();
-        FUZZ_CHECK(sentence_bytes <= clean.size());
-        for (const std::string& token : pagetext::Tokens(clean)) FUZZ_CHECK(textkit::IsValidUtf8(token));
-    }
+    const std::size_t limit = input.Number(64);
+    const std::string html = input.Rest(), whole = TextOf(html, 0);
+    FUZZ_CHECK(whole.find("  ") == std::string::npos && whole.substr(0, 1) != " ");
+    const std::string part = TextOf(html, limit);
+    FUZZ_CHECK(part == whole.substr(0, part.size()) || part.back() == ' ');
+    FUZZ_CHECK(limit == 0 || part.size() <= limit + 5);
+    CheckEscapes(html);
     return 0;
 }

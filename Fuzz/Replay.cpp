@@ -34,6 +34,6 @@ int main(int argc, char** argv) {
             ++files;
         }
     }
-    std::cout << files << " inputs replayed\n";
+    std::cerr << files << " inputs replayed\n";
     return files == 0 ? 1 : 0;
 }

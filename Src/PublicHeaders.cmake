@@ -20,6 +20,7 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/TextKit.h
   Utility/Utility.h
   Utility/UtilityExport.h
+  Utility/UtilityVersion.h
   Utility/global_linux.h
   Utility/ChineseText/CharacterClass.h
   Utility/ChineseText/CharacterLists.h
@@ -70,6 +71,16 @@ set(UTILITY_PUBLIC_HEADERS
   Utility/StringToolkit/TokenReader.h
   Utility/StringToolkit/Trimming.h
   Utility/StringToolkit/WordPosition.h
+  Utility/TextKit/ChineseText.h
+  Utility/TextKit/Dates.h
+  Utility/TextKit/Dictionary.h
   Utility/TextKit/Encodings.h
+  Utility/TextKit/Files.h
+  Utility/TextKit/Items.h
+  Utility/TextKit/Mail.h
+  Utility/TextKit/Names.h
+  Utility/TextKit/Numbers.h
   Utility/TextKit/Pages.h
+  Utility/TextKit/Pieces.h
+  Utility/TextKit/TextRange.h
 )

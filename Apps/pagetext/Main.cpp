@@ -1,12 +1,10 @@
 // pagetext: pages of unknown encoding in, clean text out.
 
-#include <Global.h>
 #include <TextKit.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstring>
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <new>
@@ -15,13 +13,9 @@
 #include <string>
 #include <vector>
 
-#include "Decoding.h"
-#include "Input.h"
-#include "Splitting.h"
-
 namespace {
 
-using pagetext::Encoding;
+using textkit::Encoding;
 
 enum class Form { kText, kEncoding, kSentences, kTokens, kEmails, kJson };
 
@@ -36,11 +30,17 @@ struct Options {
 
 // A file name as valid UTF-8 on one line.
 std::string Printable(const std::string& name) {
-    std::string text = pagetext::Decode(name, Encoding::kUnknown).text;
+    std::string text = textkit::Decode(name, Encoding::kUnknown).text;
     for (char& c : text) {
         if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') c = '?';
     }
     return text;
+}
+
+// The name of the encoding; pages without any byte above 7F are "ascii".
+std::string_view NameOf(Encoding encoding, std::string_view bytes) {
+    const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<signed char>(c) > 0; });
+    return ascii ? "ascii" : textkit::EncodingName(encoding);
 }
 
 // One line on standard error that is written over as the files go by, where a person is looking.
@@ -72,7 +72,7 @@ public:
             try {
                 ConvertPage(options_.files[i]);
             } catch (const std::bad_alloc&) {
-                Complain(options_.files[i], std::strerror(ENOMEM));
+                Complain(options_.files[i], "not enough memory");
             }
         }
         progress_.Clear();
@@ -92,31 +92,29 @@ private:
     }
 
     void ConvertPage(const std::string& name) {
-        std::string bytes;
-        const std::string reason = pagetext::ReadPage(name, bytes);
-        if (!reason.empty()) {
-            Complain(name, reason);
+        std::error_code error;
+        const std::string bytes = name == "-" ? textkit::ReadFile(STDIN_FILENO, error) : textkit::ReadFile(name, error);
+        if (error) {
+            Complain(name, error.message());
             return;
         }
         const Encoding encoding =
-            options_.from == Encoding::kUnknown ? pagetext::DetectEncoding(bytes, maps_) : options_.from;
+            options_.from == Encoding::kUnknown ? textkit::DetectPage(bytes, maps_).encoding : options_.from;
         if (options_.form == Form::kEncoding) {
             progress_.Clear();
-            std::cout << NamePrefix(name) << pagetext::NameOf(encoding) << '\n';
+            std::cout << NamePrefix(name) << NameOf(encoding, bytes) << '\n';
             return;
         }
-        if (!pagetext::IsSupported(encoding)) {
-            Complain(name, std::string(pagetext::NameOf(encoding)) + " is not supported");
-            return;
-        }
-        textkit::Decoded page = pagetext::Decode(bytes, encoding, maps_);
+        textkit::Decoded page = textkit::Decode(bytes, encoding, maps_);
+        if (encoding == Encoding::kUnknown && page.replaced > 0)
+            Complain(name, "encoding unknown; " + std::to_string(page.replaced) + " places written as U+FFFD");
         if (page.gb18030_four_byte > 0) {
             Complain(name, "four-byte characters of GB18030 are not supported; " +
                                std::to_string(page.gb18030_four_byte) + " written as U+FFFD");
         }
         if (!options_.plain) page.text = textkit::PageText(page.text);
         progress_.Clear();
-        Write(name, encoding, page);
+        Write(name, NameOf(encoding, bytes), page);
     }
 
     // With several files a line of --detect starts with the name, as other tools do.
@@ -124,16 +122,16 @@ private:
         return options_.files.size() > 1 ? Printable(name) + ": " : "";
     }
 
-    void Write(const std::string& name, Encoding encoding, const textkit::Decoded& page) {
+    void Write(const std::string& name, std::string_view encoding, const textkit::Decoded& page) {
         switch (options_.form) {
             case Form::kSentences:
-                for (const auto sentence : pagetext::Sentences(page.text)) WriteLine(sentence);
+                for (const auto sentence : textkit::Sentences(page.text)) WriteLine(sentence);
                 break;
             case Form::kTokens:
-                for (const std::string& token : pagetext::Tokens(page.text)) WriteLine(token);
+                for (const auto token : textkit::Tokens(page.text)) WriteLine(token);
                 break;
             case Form::kEmails:
-                for (const std::string& address : pagetext::EmailAddresses(page.text)) WriteLine(address);
+                for (const auto& email : textkit::EmailAddresses(page.text)) WriteLine(email.address);
                 break;
             case Form::kJson:
                 WriteJson(name, encoding, page);
@@ -158,13 +156,15 @@ private:
         std::cout << '\n';
     }
 
-    void WriteJson(const std::string& name, Encoding encoding, const textkit::Decoded& page) {
+    void WriteJson(const std::string& name, std::string_view encoding, const textkit::Decoded& page) {
         nlohmann::ordered_json object;
-        object["name"] = pagetext::Decode(name, Encoding::kUnknown).text;
-        object["encoding"] = pagetext::NameOf(encoding);
+        object["name"] = textkit::Decode(name, Encoding::kUnknown).text;
+        object["encoding"] = encoding;
         object["text"] = page.text;
-        object["sentences"] = pagetext::Sentences(page.text);
-        object["emails"] = pagetext::EmailAddresses(page.text);
+        object["sentences"] = nlohmann::json::array();
+        for (const auto sentence : textkit::Sentences(page.text)) object["sentences"].push_back(sentence);
+        object["emails"] = nlohmann::json::array();
+        for (const auto& email : textkit::EmailAddresses(page.text)) object["emails"].push_back(email.address);
         object["replaced"] = page.replaced;
         std::cout << object.dump() << '\n';
     }
@@ -176,11 +176,13 @@ private:
 };
 
 const std::map<std::string, Encoding>& EncodingNames() {
-    static const std::map<std::string, Encoding> names = {{"auto", Encoding::kUnknown},
-                                                          {"utf-8", Encoding::kUtf8},
-                                                          {"gbk", Encoding::kGbk},
-                                                          {"big5", Encoding::kBig5},
-                                                          {"utf-16le", Encoding::kUtf16Le}};
+    static const std::map<std::string, Encoding> names = [] {
+        std::map<std::string, Encoding> all = {{"auto", Encoding::kUnknown}};
+        for (const Encoding encoding :
+             {Encoding::kUtf8, Encoding::kGbk, Encoding::kBig5, Encoding::kUtf16Le, Encoding::kUtf16Be})
+            all.emplace(textkit::EncodingName(encoding), encoding);
+        return all;
+    }();
     return names;
 }
 
@@ -224,7 +226,7 @@ void Declare(CLI::App& app, Options& options, std::string& from, std::string& to
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
-    CLI::App app("Reads pages in GBK, Big5, UTF-8 or UTF-16LE, strips the markup and writes clean text.", "pagetext");
+    CLI::App app("Reads pages in GBK, Big5, UTF-8 or UTF-16, strips the markup and writes clean text.", "pagetext");
     Options options;
     std::string from = "auto", to = "utf-8";
     Declare(app, options, from, to);
@@ -240,7 +242,6 @@ int main(int argc, char** argv) {
     options.to_gbk = to == "gbk";
     if (options.files.empty()) options.files.emplace_back("-");
 
-    g_bLog = false;
     textkit::CodeMaps maps;
     if (!options.data_file.empty()) {
         const std::optional<textkit::CodeMaps> loaded = textkit::CodeMaps::Load(options.data_file);

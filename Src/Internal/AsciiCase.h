@@ -1,6 +1,9 @@
 #ifndef UTILITY_INTERNAL_ASCIICASE_H
 #define UTILITY_INTERNAL_ASCIICASE_H
 
+#include <algorithm>
+#include <string_view>
+
 #include "Internal/Bytes.h"
 
 namespace utility::internal {
@@ -19,6 +22,12 @@ constexpr int CompareIgnoringAsciiCase(const char* a, const char* b) {
         const int difference = ToAsciiLower(ToByte(*a)) - ToAsciiLower(ToByte(*b));
         if (difference != 0 || *a == '\0') return difference;
     }
+}
+
+// Whether the texts are the same but for the case of ASCII letters.
+inline bool EqualsIgnoringAsciiCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return ToAsciiLower(ToByte(x)) == ToAsciiLower(ToByte(y)); });
 }
 
 }  // namespace utility::internal

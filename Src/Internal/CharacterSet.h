@@ -45,12 +45,12 @@ class CharacterSet {
 
 public:
     explicit constexpr CharacterSet(std::string_view list) {
-        unsigned char rows = kLoneBytes;
+        unsigned char rows = kEmpty;
         // Backwards, so that the first occurrence has the last word.
         for (std::size_t offset = list.size(); offset-- > 0;) {
             const unsigned char byte = ToByte(list[offset]);
             const bool even = offset % 2 == 0;
-            Put(kLoneBytes, byte, even || IsAscii(byte));
+            lone_bytes_[byte] = even || IsAscii(byte);
             if (IsAscii(byte) || offset + 1 == list.size()) continue;
             if (even && row_of_lead_[byte] == kEmpty) row_of_lead_[byte] = ++rows;
             if (row_of_lead_[byte] != kEmpty) Put(row_of_lead_[byte], ToByte(list[offset + 1]), even);
@@ -60,7 +60,7 @@ public:
     // Whether the list holds the unit: one of two bytes, or a lead byte alone, by CC_Find's rule; an ASCII
     // byte wherever it stands; the empty unit never, nor an ASCII byte with a trail byte.
     constexpr bool Contains(CharacterUnit unit) const {
-        return unit.trail == 0 ? Get(kLoneBytes, unit.lead) : Get(row_of_lead_[unit.lead], unit.trail);
+        return unit.trail == 0 ? lone_bytes_[unit.lead] : Get(row_of_lead_[unit.lead], unit.trail);
     }
 
     // Number of the units of `text` that the list holds. A lead byte at the end takes the byte behind the
@@ -77,7 +77,6 @@ public:
 
 private:
     static constexpr unsigned char kEmpty = 0;  // the row of every byte that is no lead byte of the list
-    static constexpr unsigned char kLoneBytes = 1;
 
     constexpr void Put(unsigned char row, unsigned char column, bool member) {
         std::uint64_t& word = rows_[row][column >> 6];
@@ -88,8 +87,9 @@ private:
         return (rows_[row][column >> 6] >> (column & 63) & 1) != 0;
     }
 
+    std::array<bool, 256> lone_bytes_{};
     std::array<unsigned char, 256> row_of_lead_{};
-    std::array<std::array<std::uint64_t, 4>, Leads + 2> rows_{};  // by trail byte
+    std::array<std::array<std::uint64_t, 4>, Leads + 1> rows_{};  // by trail byte
 };
 
 // Number of different lead bytes at the even offsets of a list.

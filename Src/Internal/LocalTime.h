@@ -21,7 +21,7 @@ inline std::tm LocalNow() {
 // Date and time of day `seconds` (not negative) after `time`, in whose time zone nothing changes meanwhile. Without the C
 // library, whose conversions take a lock that is never free again in a process forked off at a bad moment.
 constexpr std::tm Later(std::tm time, long seconds) {
-    seconds += time.tm_hour * 3600L + time.tm_min * 60 + time.tm_sec;
+    seconds += time.tm_hour * 3600L + time.tm_min * 60L + time.tm_sec;
     time.tm_sec = static_cast<int>(seconds % 60);
     time.tm_min = static_cast<int>(seconds / 60 % 60);
     time.tm_hour = static_cast<int>(seconds / 3600 % 24);

@@ -13,6 +13,7 @@
 namespace utility::internal {
 
 inline constexpr std::string_view kUtf8Replacement = "\xEF\xBF\xBD";
+inline constexpr std::uint32_t kReplacementCodePoint = 0xFFFD;
 
 struct Utf8Sequence {
     // Well-formed: its length. Malformed: the bytes that one replacement stands for, which is the longest start of a
@@ -73,10 +74,22 @@ inline const char* SkipAscii(const char* pos, const char* end) {
     return pos;
 }
 
+// The end of the three-byte sequences at the start of a text, such as those of all Chinese characters, as far as they need no
+// closer look: behind the lead bytes E0 and ED not all bytes are well-formed, and the last one is left.
+inline const char* SkipThreeByteSequences(const char* pos, const char* end) {
+    constexpr unsigned kLeads = 0xFFFF & ~(1u << 0x0 | 1u << 0xD);
+    for (; end - pos > 3; pos += 3) {
+        const unsigned lead = ToByte(pos[0]), trails = TwoByteCode(ToByte(pos[1]), ToByte(pos[2]));
+        if ((lead & 0xF0) != 0xE0 || (trails & 0xC0C0) != 0x8080 || (kLeads >> (lead & 0xF) & 1) == 0) break;
+    }
+    return pos;
+}
+
 // The end of the well-formed UTF-8 at the start of a text: `end`, or the first malformed sequence.
 inline const char* SkipValidUtf8(const char* pos, const char* end) {
     for (;;) {
         if (pos != end && IsAscii(ToByte(*pos))) pos = SkipAscii(pos, end);
+        pos = SkipThreeByteSequences(pos, end);
         if (pos == end) return pos;
         const Utf8Sequence sequence = ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos));
         if (!sequence.valid) return pos;

@@ -8,8 +8,17 @@
  * or a locale; all are safe from any thread. Nothing throws but std::bad_alloc. */
 
 // clang-format off
+#include "TextKit/ChineseText.h"
+#include "TextKit/Dates.h"
+#include "TextKit/Dictionary.h"
 #include "TextKit/Encodings.h"
+#include "TextKit/Files.h"
+#include "TextKit/Items.h"
+#include "TextKit/Mail.h"
+#include "TextKit/Names.h"
+#include "TextKit/Numbers.h"
 #include "TextKit/Pages.h"
+#include "TextKit/Pieces.h"
 // clang-format on
 
 #endif

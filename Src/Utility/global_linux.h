@@ -17,6 +17,7 @@
 
 #include "UtilityExport.h"
 
+// Untested: the branches for systems whose C library has some of these (_WIN32, __QNX__, __NEWLIB__, __HAIKU__).
 #if !defined(_WIN32) && !defined(__QNX__) && !defined(__NEWLIB__)
 
 /** Writes `value` and a NUL to `buffer` and returns that.

@@ -88,9 +88,13 @@ TEST(ProgramTest, GoesOnAfterAPageThatCannotBeRead) {
     test_support::WriteFileBytes(folder / "[x,y]", "in brackets");
     EXPECT_EQ(PageText("-- [x,y]", folder.path()).output, "in brackets\n");
     EXPECT_EQ(PageText((folder / "[x,y]") + " > /dev/full").status, 1);
-    const Outcome unsupported = PageText(folder / "be");
-    EXPECT_EQ(unsupported.status, 1);
-    EXPECT_NE(unsupported.output.find("utf-16be is not supported"), std::string::npos);
+    EXPECT_EQ(PageText("--emails " + (folder / "be")).output, "");
+    test_support::WriteFileBytes(folder / "mail", "收：李<Li.Lei@Example.ORG>, b-2@mail.example.com.");
+    EXPECT_EQ(PageText("--emails --plain " + (folder / "mail")).output, "Li.Lei@example.org\nb-2@mail.example.com\n");
+    test_support::WriteFileBytes(folder / "utf-32", test_support::Bytes("\xFF\xFE\0\0a\0\0\0"));
+    const Outcome unknown = PageText(folder / "utf-32");
+    EXPECT_EQ(unknown.status, 1);
+    EXPECT_NE(unknown.output.find("encoding unknown"), std::string::npos);
     EXPECT_EQ(PageText("--json " + (folder / "empty")).output,
               "{\"name\":\"" + (folder / "empty") +
                   "\",\"encoding\":\"ascii\",\"text\":\"\",\"sentences\":[],\"emails\":[],\"replaced\":0}\n");

@@ -74,6 +74,18 @@ inline std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t 
     return texts;
 }
 
+// Up to four runs of up to 40 pieces, each run from one of the groups, as loops over runs of alike characters meet them;
+// a group is pieces separated by blanks.
+inline std::string RandomRuns(std::mt19937& random, const std::vector<std::string>& groups) {
+    std::string text;
+    for (auto runs = random() % 5; runs > 0; --runs) {
+        const std::vector<std::string> pieces = Words(groups[random() % groups.size()]);
+        for (auto left = random() % 3 == 0 ? random() % 41 : random() % 6; left > 0; --left)
+            text += pieces[random() % pieces.size()];
+    }
+    return text;
+}
+
 // Puts a process-wide setting back when the test ends.
 template <typename T>
 class Restore {

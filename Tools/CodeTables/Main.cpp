@@ -4,7 +4,9 @@
 //     codetables import-pairs FILE     lines "D6D0<TAB>U+4E2D"; writes a grid to standard output
 //     codetables import-index FILE     a WHATWG Big5 index, lines "POINTER<TAB>0x4E2D<TAB>…"; likewise. Code points
 //                                      beyond the Basic Multilingual Plane are left out.
+//     codetables import-plane-2 FILE   the same index, its code points within plane 2 alone
 //     codetables generate GRID         writes Src/CodeTrans/Tables/CodeTableRows.inc to standard output
+//     codetables plane-2 GRID          writes the codes of a grid of plane 2 as entries of an array
 
 #include <array>
 #include <cstdio>
@@ -36,6 +38,11 @@ constexpr char kBig5Comment[] =
     "# Code A140 is the ideographic space, U+3000.\n"
     "# 16 codes a line, '.' where there is none. Made by `codetables import-index`.\n";
 
+constexpr unsigned kPlane = 2;
+constexpr char kBig5Plane2Comment[] =
+    "# The 1,713 codes of Big5 beyond the Basic Multilingual Plane, all of them within plane 2.\n"
+    "# Origin: as big5.txt. 16 codes a line, '.' where there is none. Made by `codetables import-plane-2`.\n";
+
 std::ifstream Open(const char* path) {
     std::ifstream in(path, std::ios::binary);
     if (!in) throw std::runtime_error(std::string(path) + ": cannot be opened");
@@ -56,7 +63,7 @@ CodeToUnicode ImportPairs(const char* path) {
 
 // Pointer p of the index stands for lead byte p / 157 + 0x81 and the trail byte of rank p mod 157, the trail bytes being
 // 40 to 7E and A1 to FE.
-CodeToUnicode ImportIndex(const char* path) {
+CodeToUnicode ImportIndex(const char* path, unsigned plane) {
     constexpr unsigned kTrailsPerLead = 157, kLowTrails = 0x3F;
     std::ifstream in = Open(path);
     CodeToUnicode codes;
@@ -67,7 +74,7 @@ CodeToUnicode ImportIndex(const char* path) {
         const unsigned lead = pointer / kTrailsPerLead + 0x81;
         const unsigned rank = pointer % kTrailsPerLead;
         const unsigned trail = rank + (rank < kLowTrails ? 0x40 : 0x62);
-        if (code_point <= 0xFFFF) codes[lead << 8 | trail] = static_cast<char16_t>(code_point);
+        if (code_point >> 16 == plane) codes[lead << 8 | trail] = static_cast<char16_t>(code_point);
     }
     return codes;
 }
@@ -89,6 +96,15 @@ void Generate(const CodeToUnicode& gbk) {
     }
 }
 
+void GeneratePlane2(const CodeToUnicode& codes) {
+    constexpr int kPerRow = 8;
+    std::printf("// Made from a grid by `codetables plane-2`: code, low 16 bits of the code point; by code.\n");
+    int written = 0;
+    for (const auto& [code, low] : codes)
+        std::printf("{0x%04X, 0x%04X},%s", code, unsigned{low}, ++written % kPerRow == 0 ? "\n" : " ");
+    std::printf("\n");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) try {
@@ -96,11 +112,16 @@ int main(int argc, char** argv) try {
     if (command == "import-pairs") {
         tools::WriteGrid(std::cout, kGbkComment, ImportPairs(argv[2]));
     } else if (command == "import-index") {
-        tools::WriteGrid(std::cout, kBig5Comment, ImportIndex(argv[2]));
+        tools::WriteGrid(std::cout, kBig5Comment, ImportIndex(argv[2], 0));
+    } else if (command == "import-plane-2") {
+        tools::WriteGrid(std::cout, kBig5Plane2Comment, ImportIndex(argv[2], kPlane), kPlane);
     } else if (command == "generate") {
         Generate(tools::ReadGrid(argv[2]));
+    } else if (command == "plane-2") {
+        GeneratePlane2(tools::ReadGrid(argv[2], kPlane));
     } else {
-        std::cerr << "usage: codetables import-pairs FILE | import-index FILE | generate GRID\n";
+        std::cerr << "usage: codetables import-pairs FILE | import-index FILE | import-plane-2 FILE | generate GRID | "
+                     "plane-2 GRID\n";
         return 2;
     }
     std::cout.flush();

@@ -10,7 +10,7 @@ namespace {
 
 constexpr unsigned kCodesPerLine = 16;
 
-void ReadGridLine(std::string_view line, CodeToUnicode& codes) {
+void ReadGridLine(std::string_view line, CodeToUnicode& codes, unsigned plane) {
     std::size_t digits = 0;
     unsigned code = static_cast<unsigned>(std::stoul(std::string(line.substr(0, 4)), &digits, 16));
     if (digits != 4 || code % kCodesPerLine != 0 || line.size() < 6 || line[4] != ' ') {
@@ -18,20 +18,28 @@ void ReadGridLine(std::string_view line, CodeToUnicode& codes) {
     }
     line.remove_prefix(5);
     for (unsigned i = 0; i < kCodesPerLine; ++i, ++code) {
-        const char16_t character = TakeUtf8(line);
-        if (character != u'.') codes[code] = character;
+        if (!line.empty() && line[0] == '.') {
+            line.remove_prefix(1);
+        } else {
+            codes[code] = TakeUtf8(line, plane);
+        }
     }
     if (!line.empty()) throw std::runtime_error("more than 16 characters");
 }
 
 }  // namespace
 
-void AppendUtf8(std::string& text, char16_t code_point) {
-    const unsigned c = code_point;
+void AppendUtf8(std::string& text, char16_t code_point, unsigned plane) {
+    const unsigned c = plane << 16 | code_point;
     if (c < 0x80) {
         text += static_cast<char>(c);
     } else if (c < 0x800) {
         text += static_cast<char>(0xC0 | c >> 6);
+        text += static_cast<char>(0x80 | (c & 0x3F));
+    } else if (plane != 0) {
+        text += static_cast<char>(0xF0 | c >> 18);
+        text += static_cast<char>(0x80 | (c >> 12 & 0x3F));
+        text += static_cast<char>(0x80 | (c >> 6 & 0x3F));
         text += static_cast<char>(0x80 | (c & 0x3F));
     } else {
         text += static_cast<char>(0xE0 | c >> 12);
@@ -40,21 +48,26 @@ void AppendUtf8(std::string& text, char16_t code_point) {
     }
 }
 
-char16_t TakeUtf8(std::string_view& text) {
+char16_t TakeUtf8(std::string_view& text, unsigned plane) {
     const unsigned char lead = text.empty() ? 0xFF : static_cast<unsigned char>(text[0]);
-    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3 : 0;
-    if (length == 0 || text.size() < length) throw std::runtime_error("not UTF-8 of the Basic Multilingual Plane");
-    unsigned code_point = length == 1 ? lead : lead & (length == 2 ? 0x1Fu : 0x0Fu);
+    const std::size_t length = lead < 0x80                   ? 1
+                               : lead >= 0xC2 && lead < 0xE0 ? 2
+                               : lead >= 0xE0 && lead < 0xF0 ? 3
+                               : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                             : 0;
+    if (length == 0 || text.size() < length) throw std::runtime_error("not UTF-8");
+    unsigned code_point = length == 1 ? lead : lead & (0x7Fu >> length);
     for (std::size_t i = 1; i < length; ++i) {
         const auto next = static_cast<unsigned char>(text[i]);
         if ((next & 0xC0) != 0x80) throw std::runtime_error("not UTF-8");
         code_point = code_point << 6 | (next & 0x3Fu);
     }
+    if (code_point >> 16 != plane) throw std::runtime_error("not a character of the plane");
     text.remove_prefix(length);
     return static_cast<char16_t>(code_point);
 }
 
-CodeToUnicode ReadGrid(const std::filesystem::path& path) {
+CodeToUnicode ReadGrid(const std::filesystem::path& path, unsigned plane) {
     std::ifstream in(path, std::ios::binary);
     if (!in) throw std::runtime_error(path.string() + ": cannot be opened");
     CodeToUnicode codes;
@@ -63,7 +76,7 @@ CodeToUnicode ReadGrid(const std::filesystem::path& path) {
         ++line_number;
         if (line.empty() || line[0] == '#') continue;
         try {
-            ReadGridLine(line, codes);
+            ReadGridLine(line, codes, plane);
         } catch (const std::exception& error) {
             throw std::runtime_error(path.string() + ":" + std::to_string(line_number) + ": " + error.what());
         }
@@ -71,7 +84,7 @@ CodeToUnicode ReadGrid(const std::filesystem::path& path) {
     return codes;
 }
 
-void WriteGrid(std::ostream& out, std::string_view comment, const CodeToUnicode& codes) {
+void WriteGrid(std::ostream& out, std::string_view comment, const CodeToUnicode& codes, unsigned plane) {
     constexpr char kHex[] = "0123456789ABCDEF";
     out << comment;
     for (auto next = codes.begin(); next != codes.end();) {
@@ -81,8 +94,8 @@ void WriteGrid(std::ostream& out, std::string_view comment, const CodeToUnicode&
         line += ' ';
         for (unsigned code = first; code < first + kCodesPerLine; ++code) {
             const bool assigned = next != codes.end() && next->first == code;
-            AppendUtf8(line, assigned ? next->second : u'.');
-            if (assigned) ++next;
+            if (assigned) AppendUtf8(line, next++->second, plane);
+            if (!assigned) line += '.';
         }
         out << line << '\n';
     }

@@ -19,20 +19,21 @@
 
 namespace tools {
 
-// Double-byte code (lead × 256 + trail) to code point within the Basic Multilingual Plane.
+// Double-byte code (lead × 256 + trail) to code point within the Basic Multilingual Plane, or to the low 16 bits of one
+// within another plane, which reader and writer are then told.
 using CodeToUnicode = std::map<unsigned, char16_t>;
 
 // Throws std::runtime_error with file name and line number on a line that is not of the form above.
-CodeToUnicode ReadGrid(const std::filesystem::path& path);
+CodeToUnicode ReadGrid(const std::filesystem::path& path, unsigned plane = 0);
 
 // Writes `comment` (lines that start with '#', line end included) and the grid.
-void WriteGrid(std::ostream& out, std::string_view comment, const CodeToUnicode& codes);
+void WriteGrid(std::ostream& out, std::string_view comment, const CodeToUnicode& codes, unsigned plane = 0);
 
-// Appends a code point of the Basic Multilingual Plane to UTF-8 text.
-void AppendUtf8(std::string& text, char16_t code_point);
+// Appends a code point of the plane to UTF-8 text.
+void AppendUtf8(std::string& text, char16_t code_point, unsigned plane = 0);
 
-// Takes one character off the front of UTF-8 text; throws std::runtime_error when there is none of at most three bytes.
-char16_t TakeUtf8(std::string_view& text);
+// Takes one character off the front of UTF-8 text; throws std::runtime_error when there is none of the plane.
+char16_t TakeUtf8(std::string_view& text, unsigned plane = 0);
 
 }  // namespace tools
 

@@ -101,7 +101,6 @@ void Automaton::Add(const Pattern& pattern) {
             states_[index].effect = *pattern.effect;
             has_effect_[index] = true;
         }
-        if (pattern.learn) states_[index].learn = true;
         if (pattern.fallback) chosen_fallbacks_[state] = *pattern.fallback;
     });
 }
@@ -121,6 +120,22 @@ int Automaton::Walk(std::string_view bytes) const {
     return state;
 }
 
+int Automaton::Find(const std::string& bytes) const {
+    int state = kGround;
+    for (const char c : bytes) {
+        const auto& next = states_[static_cast<std::size_t>(state)].next;
+        const auto found = next.find(static_cast<unsigned char>(c));
+        if (found == next.end()) throw std::runtime_error("no pattern begins with " + FormatBytes(bytes));
+        state = found->second;
+    }
+    return state;
+}
+
+bool Automaton::FallsBackTo(int state, int target) const {
+    while (state != target && state != kGround) state = states_[static_cast<std::size_t>(state)].fallback;
+    return state == target;
+}
+
 // Breadth first, so that the shorter states that a state falls back to are linked before it.
 void Automaton::LinkMiddle(const std::map<int, std::string>& chosen) {
     states_[kGround].fallback = kRoot;  // never taken, but a chain must end
@@ -135,10 +150,11 @@ void Automaton::LinkMiddle(const std::map<int, std::string>& chosen) {
                 if (parent != kGround) state.fallback = Step(states_[static_cast<std::size_t>(parent)].fallback, byte);
                 continue;
             }
-            state.fallback = Walk(choice->second);
-            if (states_[static_cast<std::size_t>(state.fallback)].bytes != choice->second ||
-                choice->second.size() >= state.bytes.size())
-                throw std::runtime_error(FormatBytes(state.bytes) + " falls back to no shorter pattern");
+            state.fallback = Find(choice->second);
+            // What comes behind a state is linked by way of its fallback, which must be linked by then.
+            if ((choice->second.size() > state.bytes.size() && !state.next.empty()) ||
+                FallsBackTo(state.fallback, child))
+                throw std::runtime_error(FormatBytes(state.bytes) + " falls back to a longer pattern or in a circle");
         }
     }
 }
@@ -151,6 +167,14 @@ void Automaton::LinkStart() {
         state.fallback = Walk(state.bytes);
         if (!has_effect_[index]) state.effect = states_[static_cast<std::size_t>(state.fallback)].effect;
     }
+}
+
+// States that lead nowhere are of no use as a fallback.
+int Automaton::UsefulFallback(const State& state) const {
+    int fallback = state.fallback;
+    while (states_[static_cast<std::size_t>(fallback)].next.empty())
+        fallback = states_[static_cast<std::size_t>(fallback)].fallback;
+    return fallback;
 }
 
 Records Automaton::Pack(std::vector<int>& record_of) const {
@@ -174,7 +198,7 @@ Records Automaton::Pack(std::vector<int>& record_of) const {
         const State& state = states_[index];
         _tTrieNode& record = records[static_cast<std::size_t>(record_of[index])];
         record.nBase = base_of[index];
-        record.nFail = record_of[static_cast<std::size_t>(state.fallback)];
+        record.nFail = record_of[static_cast<std::size_t>(UsefulFallback(state))];
         record.nValue = PackEffect(state.effect);
         for (const auto& child : state.next)
             records[static_cast<std::size_t>(base_of[index] + child.first)].nCheck = record_of[index];

@@ -3,10 +3,11 @@
 
 // The detector's automaton, from patterns to the records of the data file.
 //
-// State 0, the root, is where a text starts and is never seen again: it leads on every byte to states that know the start
-// of the text, and these fall back to the states of the middle. State 1, the ground, is where the middle of a text goes
-// on between patterns; it leads on every byte, too, and is entered by failure links only. So no state falls back to the
-// root, and a byte-order mark inside a text means nothing.
+// State 0, the root, is where a text starts and is never seen again: it leads on every byte to states that know the
+// start of the text, and these fall back to the states of the middle. State 1, the ground, is where the middle of a text
+// goes on between patterns; it leads on every byte, too, and is entered by failure links only. So no state falls back to
+// the root, and a byte-order mark inside a text means nothing. A byte that no pattern begins with leads from the ground
+// to a state without score or transitions that falls back to the ground: a scan may skip it.
 
 #include <cstdint>
 #include <map>
@@ -28,7 +29,6 @@ public:
     struct State {
         std::string bytes;  // that lead here from the root (at_start) or the ground
         bool at_start = false;
-        bool learn = false;
         Effect effect;
         int fallback = kGround;
         std::map<unsigned char, int> next;
@@ -51,6 +51,9 @@ public:
 private:
     int Child(int state, unsigned char byte);
     void Add(const Pattern& pattern);
+    int Find(const std::string& bytes) const;
+    int UsefulFallback(const State& state) const;
+    bool FallsBackTo(int state, int target) const;
     void LinkMiddle(const std::map<int, std::string>& chosen);
     void LinkStart();
 

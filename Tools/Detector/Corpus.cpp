@@ -112,6 +112,15 @@ std::string Encoder::Encode(Channel encoding, const std::u16string& text) const 
     return bytes;
 }
 
+std::string Encoder::EncodeWindow(Channel encoding, const std::u16string& window) const {
+    const auto chinese = std::count_if(window.begin(), window.end(), IsHan);
+    if (static_cast<std::size_t>(chinese) * 2 < window.size()) return {};
+    std::string bytes;
+    for (const char16_t character : window)
+        if (!Append(encoding, character, bytes)) return {};
+    return bytes;
+}
+
 // The splitmix64 generator.
 std::uint64_t Random::Next() {
     std::uint64_t z = state_ += 0x9E3779B97F4A7C15;

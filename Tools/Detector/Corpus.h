@@ -17,6 +17,10 @@
 namespace tools {
 
 using utility::internal::Channel;
+using utility::internal::kBig5Channel;
+using utility::internal::kGbkChannel;
+using utility::internal::kUnicodeChannel;
+using utility::internal::kUtf8Channel;
 
 struct TextFile {
     std::string name;  // "hant/guide.txt"
@@ -49,6 +53,8 @@ public:
     bool Append(Channel encoding, char16_t character, std::string& bytes) const;
     // The characters that it has not are left out.
     std::string Encode(Channel encoding, const std::u16string& text) const;
+    // Empty unless the encoding has all characters and half of them or more are Chinese.
+    std::string EncodeWindow(Channel encoding, const std::u16string& window) const;
 
 private:
     std::array<std::uint16_t, 0x10000> gbk_{};

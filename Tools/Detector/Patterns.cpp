@@ -100,12 +100,8 @@ Pattern ParsePattern(std::string_view line) {
     if (Take(line, '=')) {
         pattern.effect = Effect{TakeNumber(line), {}};
     } else if (Take(line, ':')) {
-        SkipBlanks(line);
-        pattern.learn = Take(line, '?');
-        if (!pattern.learn) {
-            pattern.effect.emplace();
-            for (int& delta : pattern.effect->deltas) delta = TakeNumber(line);
-        }
+        pattern.effect.emplace();
+        for (int& delta : pattern.effect->deltas) delta = TakeNumber(line);
     }
     if (pattern.effect) PackEffect(*pattern.effect);
     SkipBlanks(line);
@@ -153,7 +149,6 @@ std::string FormatEffect(const Effect& effect) {
 std::string FormatPattern(const Pattern& pattern) {
     std::string line = pattern.at_start ? "^" : "";
     for (const ByteClass& bytes : pattern.bytes) line += FormatClass(bytes);
-    if (pattern.learn) line += ": ?";
     if (pattern.effect) line += FormatEffect(*pattern.effect);
     if (pattern.fallback) line += pattern.fallback->empty() ? " >" : " > " + FormatBytes(*pattern.fallback);
     return line;

@@ -10,9 +10,10 @@
 //                          every combination.
 //     = 1                  a verdict: the text is in the encoding of that code, whatever follows. Or
 //     : 7 -9 1 -9          deltas for GBK, Big5, Unicode (UCS-2, low byte first) and UTF-8: -9 to 10, UTF-8 to 23. Or
-//     : ?                  deltas to be learnt by the trainer, none until then. Or neither: a step without a score.
-//     >  > B0A1            optional: the pattern (nothing: the state between patterns) that takes the next byte where no
-//                          longer pattern does. Otherwise it is the longest pattern that the bytes end in.
+//                          Or neither: a step without a score.
+//     >  > B0A1            optional: the pattern (nothing: the state between patterns) that takes the next byte where
+//                          no longer pattern does. Otherwise it is the longest pattern that the bytes end in. It need
+//                          not be a part of these bytes: it may stand for anything that has been seen.
 //
 // Lines that start with '#' are comments. A later line for the same bytes replaces what it states and keeps the rest.
 
@@ -48,7 +49,6 @@ struct Pattern {
     bool at_start = false;
     std::vector<ByteClass> bytes;
     std::optional<Effect> effect;
-    bool learn = false;
     std::optional<std::string> fallback;
 };
 

@@ -1,209 +1,177 @@
-// detector_train: learns the scores of the encoding detector's patterns from text.
+// detector_train: learns from text what the encoding detector's patterns say.
 //
-//     detector_train UNITS GBK_GRID BIG5_GRID CORPUS SEED [--without NAME,…] [--only NAME,…] > PATTERNS
+//     detector_train RULES GBK_GRID BIG5_GRID CORPUS SEED [--without NAME,…] [--only NAME,…] [--pairs 60000]
+//         > PATTERNS
 //
-// UNITS is a pattern file whose patterns with ": ?" get scores; the rest of it is copied. CORPUS is a folder as in
-// Corpus.h. The same input and seed give the same output.
+// RULES is a pattern file that is copied to the front. CORPUS is a folder as in Corpus.h. The same input and seed give
+// the same output.
 //
-// How: the text is written in each encoding and sent through the automaton of UNITS. The share p of a pattern among all
-// patterns met is its likelihood in that encoding, and a delta is kUnitsPerNat × log p, raised by what all four encodings
-// have in common so that the best is kBestDelta. Differences decide the verdict; this height lets the true encoding's
-// deltas be positive for nearly every pattern, as the counts of positive deltas that the detector asks for need.
+// How: samples of the text (Samples.h) are written in each encoding and cut into units (Units.h). The share of a unit among
+// all units, or behind the unit before it, is its likelihood in that encoding, and the logarithm of it, in points, its
+// delta (Scores.h). Every unit that tells anything has a pattern; chains of two have one where they tell more than their
+// units do; a few chains of three, beyond doubt in one encoding, have a verdict.
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <exception>
 #include <iostream>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "Detector/Automaton.h"
 #include "Detector/Corpus.h"
+#include "Detector/Samples.h"
+#include "Detector/Scores.h"
 
 namespace {
 
-using tools::Automaton;
-using tools::Deltas;
+using tools::Chain;
+using tools::Effect;
 using tools::kChannels;
-using Shares = std::vector<double>;  // by state; those of the patterns to learn add up to 1
+using tools::Unit;
 
 constexpr char kHeader[] =
     "# The encoding detector's patterns and what each says, learnt by `detector_train`; do not edit.\n"
     "# Origin, licences and the command that makes it anew: README.md. The form: Tools/Detector/Patterns.h.\n"
     "# Bytes: deltas for GBK, Big5, Unicode (UCS-2, low byte first) and UTF-8.\n";
 
-constexpr double kUnitsPerNat = 2.0;
-constexpr int kBestDelta = 10;
-constexpr int kWorstDelta = -9;
+// Where RULES has the units that stand right behind another: behind bytes that no Chinese text holds.
+constexpr char kBehindAnother[] = "\x80\xFF";
 
-// Likelihood of a pattern never met. It stands for damage and for text of other kinds.
-constexpr double kUnseen = 2e-8;
+// One line in so many loses its first byte, as where a text begins inside a character.
+constexpr std::uint64_t kLinesPerCut = 100;
 
-// A pattern that little-endian UCS-2 shows at least this often says so by a positive delta, since the detector takes
-// hardly any delta of 0 or less in Unicode text.
-constexpr double kOrdinaryInUnicode = 1e-6;
+// The first unit of a text stands within so many bytes, or does not matter.
+constexpr std::size_t kLongestStart = 8;
 
-// How much each kind of text counts. Documentation of software is most of the running text, so the words of a large mixed
-// corpus weigh as much; every character of the character set, once each, stands for names and rare words.
-enum Kind : std::size_t { kRunningText, kWords, kEveryCharacter, kKinds };
-constexpr std::array<double, kKinds> kWeightOfKind = {0.47, 0.50, 0.03};
-
-// How common each script is in an encoding: Simplified, Traditional.
-constexpr std::array<std::array<double, 2>, kChannels> kWeightOfScript = {
-    {{0.7, 0.3}, {0.0, 1.0}, {0.5, 0.5}, {0.5, 0.5}}};
-
-// Running text made of words drawn by their frequency, with punctuation and line ends among them.
-std::u16string DrawWords(const tools::TextFile& file, tools::Random& random) {
-    constexpr int kDrawn = 600'000, kWordsPerMark = 7;
-    constexpr std::u16string_view kMarks = u"，，，，，。。。、、：；！？“”（）《》…\n\n";
-    std::vector<std::uint64_t> up_to;
-    std::uint64_t total = 0;
-    for (const auto& word : file.words) up_to.push_back(total += word.second);
-    std::u16string text;
-    for (int i = 0; i < kDrawn; ++i) {
-        const auto place = std::upper_bound(up_to.begin(), up_to.end(), random.Below(total));
-        text += file.words[static_cast<std::size_t>(place - up_to.begin())].first;
-        if (random.Below(kWordsPerMark) == 0) text += kMarks[random.Below(kMarks.size())];
+std::string CutLines(const std::string& bytes, tools::Random& random) {
+    std::string cut;
+    for (std::size_t pos = 0; pos < bytes.size();) {
+        const std::size_t end = std::min(bytes.find('\n', pos), bytes.size() - 1) + 1;
+        const std::size_t from = random.Below(kLinesPerCut) == 0 ? pos + 1 : pos;
+        cut.append(bytes, from, end - from);
+        pos = end;
     }
-    return text;
+    return cut;
 }
 
-// Each character of the grid, several times in random order, so that each meets many neighbours.
-std::u16string DrawEveryCharacter(const tools::CodeToUnicode& grid, tools::Random& random) {
-    constexpr int kRounds = 20;
-    std::u16string characters, text;
-    for (const auto& code : grid) characters += code.second;
-    for (int round = 0; round < kRounds; ++round) {
-        for (std::size_t i = characters.size(); i > 1; --i) std::swap(characters[i - 1], characters[random.Below(i)]);
-        text += characters;
-    }
-    return text;
+std::size_t CharacterLength(tools::Channel encoding, unsigned char first) {
+    if (encoding == tools::kUnicodeChannel) return 2;
+    if (first < 0x80) return 1;
+    if (encoding != tools::kUtf8Channel) return 2;
+    return first < 0xE0 ? 2 : 3;
 }
 
-struct Source {
-    Kind kind;
-    bool traditional;
-    std::u16string text;
-};
+// As if the text began at each of its characters.
+void CountFirsts(tools::Channel encoding, std::string_view bytes, tools::UnitCounts& counts) {
+    while (!bytes.empty()) {
+        counts.CountFirst(bytes.substr(0, kLongestStart));
+        bytes.remove_prefix(std::min(CharacterLength(encoding, static_cast<unsigned char>(bytes[0])), bytes.size()));
+    }
+}
 
-std::vector<Source> Sources(const std::vector<tools::TextFile>& files, const tools::CodeToUnicode& gbk,
-                            const tools::CodeToUnicode& big5, std::uint64_t seed) {
+// A text is all of one script or of the other, so the higher share of the two is what counts.
+tools::CountsByChannel CountAll(const std::vector<tools::Sample>& samples, const tools::Encoder& encoder,
+                                std::uint64_t seed) {
+    tools::CountsByChannel counts;
     tools::Random random(seed);
-    std::vector<Source> sources;
-    for (const bool traditional : {false, true}) {
-        Source running = {kRunningText, traditional, {}};
-        for (const tools::TextFile& file : files) {
-            if (file.traditional != traditional) continue;
-            if (file.words.empty()) {
-                running.text += file.text;
-            } else {
-                sources.push_back({kWords, traditional, DrawWords(file, random)});
-            }
-        }
-        sources.push_back(std::move(running));
-        sources.push_back({kEveryCharacter, traditional, DrawEveryCharacter(traditional ? big5 : gbk, random)});
-    }
-    return sources;
-}
-
-// The shares of the patterns in one text.
-Shares Count(const Automaton& automaton, const std::string& bytes) {
-    const auto& states = automaton.states();
-    Shares shares(states.size());
-    double total = 0;
-    int state = Automaton::kGround;
-    for (const char c : bytes) {
-        state = automaton.Step(state, static_cast<unsigned char>(c));
-        if (!states[static_cast<std::size_t>(state)].learn) continue;
-        ++shares[static_cast<std::size_t>(state)];
-        ++total;
-    }
-    if (total > 0)
-        for (double& share : shares) share /= total;
-    return shares;
-}
-
-std::array<Shares, kChannels> CountAll(const Automaton& automaton, const std::vector<Source>& sources,
-                                       const tools::Encoder& encoder) {
-    std::array<Shares, kChannels> shares;
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        shares[channel].resize(automaton.states().size());
-        for (const Source& source : sources) {
-            const double weight = kWeightOfKind[source.kind] * kWeightOfScript[channel][source.traditional];
-            if (weight == 0) continue;
-            const std::string bytes = encoder.Encode(static_cast<tools::Channel>(channel), source.text);
-            const Shares of_source = Count(automaton, bytes);
-            for (std::size_t i = 0; i < of_source.size(); ++i) shares[channel][i] += weight * of_source[i];
+        std::array<tools::UnitCounts, 2> of_script;
+        for (const tools::Sample& sample : samples) {
+            if (channel == tools::kBig5Channel && !sample.traditional) continue;
+            if (channel != tools::kUtf8Channel && sample.utf8_only) continue;
+            std::string bytes = encoder.Encode(static_cast<tools::Channel>(channel), sample.text);
+            if (channel != tools::kUnicodeChannel) bytes = CutLines(bytes, random);
+            tools::UnitCounts text(bytes);
+            CountFirsts(static_cast<tools::Channel>(channel), bytes, text);
+            of_script[sample.traditional].AddShares(text, sample.share);
         }
+        counts[channel] = std::move(of_script[0]);
+        counts[channel].RaiseTo(of_script[1]);
     }
-    return shares;
+    return counts;
 }
 
-Deltas ScoreOf(const std::array<double, kChannels>& share) {
-    const double best = *std::max_element(share.begin(), share.end());
-    Deltas deltas{};
-    for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        const double nats = std::log((share[channel] + kUnseen) / (best + kUnseen));
-        const int delta = kBestDelta + static_cast<int>(std::lround(kUnitsPerNat * nats));
-        deltas[channel] = std::max(delta, kWorstDelta);
-    }
-    if (share[tools::kUnicodeChannel] >= kOrdinaryInUnicode)
-        deltas[tools::kUnicodeChannel] = std::max(deltas[tools::kUnicodeChannel], 1);
-    return deltas;
-}
-
-// Patterns that differ in the last byte only and have the same score make one line.
-void PrintScores(const Automaton& automaton, const std::array<Shares, kChannels>& shares) {
-    std::map<std::string, std::map<Deltas, tools::ByteClass>> lines;
-    const auto& states = automaton.states();
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (!states[i].learn) continue;
-        std::array<double, kChannels> share{};
-        for (std::size_t channel = 0; channel < kChannels; ++channel) share[channel] = shares[channel][i];
-        const Deltas deltas = ScoreOf(share);
-        if (std::all_of(deltas.begin(), deltas.end(), [&](int delta) { return delta == deltas[0]; })) continue;
-        std::string bytes = states[i].bytes;
+// Patterns of bytes and their effects, printed with those in one line that differ in the last byte only.
+class PatternPrinter {
+public:
+    void Add(std::string bytes, const Effect& effect) {
         const auto last = static_cast<unsigned char>(bytes.back());
         bytes.pop_back();
-        lines[bytes][deltas].set(last);
+        lines_[bytes][{effect.verdict, effect.deltas}].set(last);
     }
-    for (const auto& [bytes, scores] : lines) {
-        std::map<std::string, std::string> ordered;
-        for (const auto& [deltas, last] : scores) {
-            tools::Pattern pattern;
-            for (const char c : bytes) pattern.bytes.push_back(tools::ByteClass().set(static_cast<unsigned char>(c)));
-            pattern.bytes.push_back(last);
-            std::size_t first = 0;
-            while (!last[first]) ++first;
-            pattern.effect = tools::Effect{0, deltas};
-            ordered[std::string(1, static_cast<char>(first))] = FormatPattern(pattern);
+    void Print(std::ostream& out) const {
+        for (const auto& [bytes, effects] : lines_) {
+            for (const auto& [effect, last] : effects) {
+                tools::Pattern pattern;
+                for (const char c : bytes)
+                    pattern.bytes.push_back(tools::ByteClass().set(static_cast<unsigned char>(c)));
+                pattern.bytes.push_back(last);
+                pattern.effect = Effect{effect.first, effect.second};
+                out << FormatPattern(pattern) << '\n';
+            }
         }
-        for (const auto& line : ordered) std::cout << line.second << '\n';
     }
+
+private:
+    std::map<std::string, std::map<std::pair<int, tools::Deltas>, tools::ByteClass>> lines_;
+};
+
+std::string BytesOfChain(Chain chain) {
+    return (chain > 0xFFFF ? BytesOfChain(chain >> 16) : "") + tools::BytesOf(tools::LastOf(chain));
+}
+
+bool Tells(const tools::Deltas& deltas) {
+    return std::any_of(deltas.begin(), deltas.end(), [&](int delta) { return delta != deltas[0]; });
+}
+
+void PrintScores(const tools::Scores& scores, std::size_t most_pairs) {
+    const auto pairs = scores.BestPairs(most_pairs);
+    PatternPrinter printer;
+    for (unsigned index = 0; index < tools::kUnits; ++index) {
+        const auto unit = static_cast<Unit>(index);
+        const std::string bytes = tools::BytesOf(unit);
+        if (Tells(scores.OfFirst(unit))) printer.Add(bytes, {0, scores.OfFirst(unit)});
+        if (Tells(scores.OfLater(unit))) printer.Add(kBehindAnother + bytes, {0, scores.OfLater(unit)});
+    }
+    std::map<Chain, tools::Deltas> of_pair;
+    for (const auto& pair : pairs) of_pair.emplace(pair.chain, pair.deltas);
+    for (const auto& phrase : scores.Phrases()) {
+        // What stands on the way to the phrase goes on to say what it says elsewhere.
+        const Chain way = phrase.chain >> 16;
+        of_pair.emplace(way, scores.OfLater(tools::LastOf(way)));
+        printer.Add(BytesOfChain(phrase.chain), {phrase.verdict, {}});
+    }
+    for (const auto& [chain, deltas] : of_pair) printer.Add(BytesOfChain(chain), {0, deltas});
+    printer.Print(std::cout);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) try {
     if (argc < 6 || argc % 2 != 0) {
-        std::cerr << "usage: detector_train UNITS GBK_GRID BIG5_GRID CORPUS SEED [--without NAME,…] [--only "
-                     "NAME,…]\n";
+        std::cerr << "usage: detector_train RULES GBK_GRID BIG5_GRID CORPUS SEED [--without NAME,…] [--only NAME,…] "
+                     "[--pairs 60000]\n";
         return 2;
     }
     tools::Selection selection;
-    for (int i = 6; i < argc; i += 2)
-        (std::string(argv[i]) == "--only" ? selection.only : selection.without) = tools::SplitList(argv[i + 1]);
+    std::size_t pairs = 60'000;
+    for (int i = 6; i < argc; i += 2) {
+        const std::string name = argv[i];
+        if (name == "--pairs") {
+            pairs = std::stoull(argv[i + 1]);
+        } else {
+            (name == "--only" ? selection.only : selection.without) = tools::SplitList(argv[i + 1]);
+        }
+    }
     const tools::CodeToUnicode gbk = tools::ReadGrid(argv[2]), big5 = tools::ReadGrid(argv[3]);
-    const std::vector<tools::Pattern> units = tools::ReadPatterns(argv[1]);
-    const Automaton automaton(units);
-    const auto sources = Sources(tools::ReadCorpus(argv[4], selection), gbk, big5, std::stoull(argv[5]));
-    const auto shares = CountAll(automaton, sources, tools::Encoder(gbk, big5));
+    const std::vector<tools::Pattern> rules = tools::ReadPatterns(argv[1]);
+    const std::uint64_t seed = std::stoull(argv[5]);
+    const auto samples = tools::MakeSamples(tools::ReadCorpus(argv[4], selection), gbk, big5, seed);
+    const auto counts = CountAll(samples, tools::Encoder(gbk, big5), seed);
     std::cout << kHeader;
-    for (const tools::Pattern& unit : units) std::cout << FormatPattern(unit) << '\n';
-    PrintScores(automaton, shares);
+    for (const tools::Pattern& rule : rules) std::cout << FormatPattern(rule) << '\n';
+    PrintScores(tools::Scores(counts), pairs);
     std::cout.flush();
     return std::cout.good() ? 0 : 1;
 } catch (const std::exception& error) {

@@ -13,6 +13,11 @@ find_missing() {
       clang) command -v clang++ >/dev/null || missing+=(clang) ;;
       clang-sanitizers) [ -n "$(find /usr/lib/llvm-*/lib/clang -name 'libclang_rt.asan-*.a' 2>/dev/null)" ] || missing+=(libclang-rt-dev) ;;
       clang-format) command -v clang-format >/dev/null || missing+=(clang-format) ;;
+      clang-tidy) command -v clang-tidy >/dev/null || missing+=(clang-tidy) ;;
+      cppcheck) command -v cppcheck >/dev/null || missing+=(cppcheck) ;;
+      valgrind) command -v valgrind >/dev/null || missing+=(valgrind libc6-dbg) ;;
+      s390x) command -v s390x-linux-gnu-g++ >/dev/null && command -v qemu-s390x-static >/dev/null && [ -e /usr/src/googletest ] ||
+        missing+=(g++-s390x-linux-gnu qemu-user-static googletest) ;;
       cmake) command -v cmake >/dev/null || missing+=(cmake) ;;
       ninja) command -v ninja >/dev/null || missing+=(ninja-build) ;;
       gcovr) command -v gcovr >/dev/null || missing+=(gcovr) ;;
@@ -20,6 +25,9 @@ find_missing() {
       benchmark) has_header benchmark/benchmark.h || missing+=(libbenchmark-dev) ;;
       cli11) has_header CLI/CLI.hpp || missing+=(libcli11-dev) ;;
       json) has_header nlohmann/json.hpp || missing+=(nlohmann-json3-dev) ;;
+      doxygen) command -v doxygen >/dev/null || missing+=(doxygen) ;;
+      dpkg-dev) command -v dpkg-shlibdeps >/dev/null || missing+=(dpkg-dev) ;;
+      pkg-config) command -v pkg-config >/dev/null || missing+=(pkg-config) ;;
       locale) has_gbk_locale || [ -e /usr/share/i18n/charmaps/GBK.gz ] || missing+=(locales) ;;
       *) echo "prepare.sh: unknown requirement $name" >&2; exit 2 ;;
     esac

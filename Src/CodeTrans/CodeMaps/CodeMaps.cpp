@@ -43,6 +43,15 @@ bool ReadBlock(std::FILE* file, Integer* integers, std::size_t count) {
     return true;
 }
 
+// The map's rows are those of the trail bytes from 40 up; the first of them serves the lower ones, too.
+bool ReadMap(std::FILE* file, PairTable<std::uint16_t>& map) {
+    static_assert(kMapColumns == kPairLeads);
+    constexpr std::size_t kFirstEntry = kPairs - kMapEntries;
+    if (!ReadBlock(file, map.data() + kFirstEntry, kMapEntries)) return false;
+    for (std::size_t entry = 0; entry < kFirstEntry; ++entry) map[entry] = map[kFirstEntry + entry % kMapColumns];
+    return true;
+}
+
 // Whether a file that can tell its size has `bytes` more.
 bool MayHold(std::FILE* file, std::uint64_t bytes) {
     struct stat status {};
@@ -67,11 +76,11 @@ LoadResult ReadStates(std::FILE* file, LoadedTables& tables) {
 LoadResult ReadTables(const char* path, LoadedTables& tables) {
     const File file(path != nullptr ? std::fopen(path, "rb") : nullptr);
     if (!file) return kNoFileOrShortGbkMap;
-    tables.gbk_to_unicode.reset(new (std::nothrow) std::uint16_t[kMapEntries]);
-    tables.big5_to_unicode.reset(new (std::nothrow) std::uint16_t[kMapEntries]);
+    tables.gbk_to_unicode.reset(new (std::nothrow) PairTable<std::uint16_t>);
+    tables.big5_to_unicode.reset(new (std::nothrow) PairTable<std::uint16_t>);
     if (!tables.gbk_to_unicode || !tables.big5_to_unicode) return kNoMemory;
-    if (!ReadBlock(file.get(), tables.gbk_to_unicode.get(), kMapEntries)) return kNoFileOrShortGbkMap;
-    if (!ReadBlock(file.get(), tables.big5_to_unicode.get(), kMapEntries)) return kShortBig5Map;
+    if (!ReadMap(file.get(), *tables.gbk_to_unicode)) return kNoFileOrShortGbkMap;
+    if (!ReadMap(file.get(), *tables.big5_to_unicode)) return kShortBig5Map;
     return ReadStates(file.get(), tables);
 }
 
@@ -106,7 +115,14 @@ bool RepairFailureLinks(_tTrieNode* states, std::size_t count) {
 int LoadTables(const char* path, LoadedTables& tables) {
     const LoadResult result = ReadTables(path, tables);
     if (result != kLoaded) return result;
-    return RepairFailureLinks(tables.states.get(), tables.state_count) ? kLoaded : kNoMemory;
+    if (!RepairFailureLinks(tables.states.get(), tables.state_count)) return kNoMemory;
+    try {
+        if (tables.state_count > 0 && tables.state_count <= ScanForm::kMostStates)
+            tables.scan_form = std::make_unique<const ScanForm>(tables.states.get(), tables.state_count);
+    } catch (const std::bad_alloc&) {
+        return kNoMemory;
+    }
+    return kLoaded;
 }
 
 }  // namespace utility::internal

@@ -18,7 +18,8 @@
  *
  * Tables of an earlier load are freed first, also when this one fails. The file is read in four block reads, its
  * integers little-endian on every machine. A failure link that leads out of the table, or that is part of a circle
- * of such links, counts as one to the root. Allocates 96 KiB and 16 bytes a record, and 4 more a record meanwhile;
+ * of such links, counts as one to the root. Allocates 128 KiB and 40 bytes a record (16 of
+ * them the file's, the rest a form of them that detection runs on), and 8 more a record meanwhile;
  * time linear in the file. */
 UTILITY_API int CodeTrans_Initialize(const char* path);
 

@@ -15,6 +15,8 @@
 #include "CodeTrans/Primitives/TableRoute.h"
 #include "CodeTrans/Primitives/Utf8.h"
 #include "Internal/Bytes.h"
+#include "Internal/DoubleByteRuns.h"
+#include "Internal/Words.h"
 
 std::size_t CodeTrans_iTransErrCnt = 0;
 
@@ -23,6 +25,11 @@ namespace {
 using namespace utility::internal;
 
 constexpr unsigned kNoCharacter = 0xFEFF;
+
+// In one atomic step, so that calls in several threads do not race for the host's plain variable.
+void SetErrorCount(std::size_t count) {
+    __atomic_store_n(&CodeTrans_iTransErrCnt, count, __ATOMIC_RELAXED);
+}
 
 int Resolve(int encoding, const char* input, unsigned long length) {
     return encoding == ENCODE_UNKNOWN ? CodeTrans_CodeDetect(input, length) : encoding;
@@ -50,16 +57,37 @@ unsigned long Nothing(unsigned long& output_length) {
     return output_length = 0;
 }
 
-const std::uint16_t* MapFor(int encoding) {
+const PairTable<std::uint16_t>* MapFor(int encoding) {
     if (encoding == ENCODE_GBK) return g_tables.gbk_to_unicode.get();
     if (encoding == ENCODE_BIG5) return g_tables.big5_to_unicode.get();
     return nullptr;
 }
 
+class Ucs2PairWriter {
+public:
+    Ucs2PairWriter(const PairTable<std::uint16_t>& map, char* out, const char* out_end)
+        : map_(map), out_(out), out_end_(out_end) {}
+
+    char*& out() { return out_; }
+    // For 12 units, and the 16 bytes of ASCII that are read without looking at the room in between.
+    bool HasRoom() const { return out_end_ - out_ >= 32; }
+    unsigned Four(std::uint64_t indexes) {
+        for (unsigned i = 0; i < 4; ++i) StoreWord(map_[indexes >> 16 * i & 0xFFFF], out_ + 2 * i);
+        return 4;  // a pair that is no character gives a unit, too
+    }
+    void Took(unsigned pairs) { out_ += 2 * pairs; }
+    void Ascii8(const char* bytes) { Widen8ToUcs2(bytes, out_); }
+    void TookAscii(unsigned bytes) { out_ += 2 * bytes; }
+
+private:
+    const PairTable<std::uint16_t>& map_;
+    char* out_;
+    const char* out_end_;
+};
+
 // Writes 32-bit characters and two zero bytes at an address that need not be aligned for them.
 unsigned long Utf8ToWideBytes(const char* utf8, char* output) {
-    const std::unique_ptr<wchar_t[]> wide(new (std::nothrow) wchar_t[std::strlen(utf8) + 1]);
-    if (!wide) return 0;
+    const std::unique_ptr<wchar_t[]> wide(new wchar_t[std::strlen(utf8) + 1]);
     // The decoder reads only; its parameter is not const for its other callers' sake.
     auto* bytes = reinterpret_cast<unsigned char*>(const_cast<char*>(utf8));
     const std::size_t written = utf8_to_unicode(bytes, wide.get());
@@ -69,13 +97,12 @@ unsigned long Utf8ToWideBytes(const char* utf8, char* output) {
 
 unsigned long WideBytesToUtf8(const char* wide_bytes, unsigned long characters, char* output,
                               unsigned long& output_length) {
-    const std::unique_ptr<wchar_t[]> wide(new (std::nothrow) wchar_t[characters]);
-    if (!wide) return Nothing(output_length);
+    const std::unique_ptr<wchar_t[]> wide(new wchar_t[characters]);
     std::memcpy(wide.get(), wide_bytes, characters * sizeof(wchar_t));
     unsigned char* utf8 = nullptr;
     const std::size_t length = unicode_to_utf8(wide.get(), characters, &utf8);
     const std::unique_ptr<unsigned char, decltype(&std::free)> owner(utf8, &std::free);
-    if (utf8 == nullptr) return Nothing(output_length);
+    if (utf8 == nullptr) throw std::bad_alloc();
     return Store(reinterpret_cast<const char*>(utf8), length, output, output_length);
 }
 
@@ -83,26 +110,46 @@ unsigned long WideBytesToUtf8(const char* wide_bytes, unsigned long characters, 
 
 unsigned long GBKBig5_ToUnicode(int encoding, const char* input, unsigned long length, char* output,
                                 unsigned long& output_length) {
-    CodeTrans_iTransErrCnt = 0;
+    SetErrorCount(0);
     if (g_tables.gbk_to_unicode == nullptr || input == nullptr) return Nothing(output_length);
-    const std::uint16_t* const map = MapFor(encoding);
-    const unsigned long capacity = output_length;
-    unsigned long written = 0;
-    for (unsigned long pos = 0; pos < length && capacity - written >= 2; written += 2) {
-        const unsigned char lead = ToByte(input[pos++]);
-        unsigned unit = lead;
-        if (!IsAscii(lead)) {
-            if (pos == length) {
-                unit = kNoCharacter;
-                ++CodeTrans_iTransErrCnt;
-            } else {
-                const unsigned char trail = ToByte(input[pos++]);
-                unit = map != nullptr ? map[MapIndex(lead, trail)] : 0;
+    static constexpr PairTable<std::uint16_t> kNoPairs{};
+    const PairTable<std::uint16_t>* const found = MapFor(encoding);
+    const PairTable<std::uint16_t>& map = found != nullptr ? *found : kNoPairs;
+    const char *in = input, *const in_end = input + length;
+    char* const out_end = output + std::min(output_length / 2, length) * 2;
+    Ucs2PairWriter writer(map, output, out_end);
+    in = ReadDoubleByteRuns(in, in_end, writer, [](const char*) { return false; });
+    char*& out = writer.out();
+    while (in != in_end && out != out_end) {
+        if (in_end - in >= 8 && out_end - out >= 8) {
+            const auto word = LoadWord<std::uint64_t>(in);
+            if ((word & kLeadBits) == kLeadBits) {
+                writer.Four(PairIndexes(word));
+                writer.Took(4);
+                in += 8;
+                continue;
+            }
+            if ((word & kTopBits) == 0 && out_end - out >= 16) {
+                writer.Ascii8(in);
+                writer.TookAscii(8);
+                in += 8;
+                continue;
             }
         }
-        StoreUcs2(unit, output + written);
+        const unsigned char lead = ToByte(*in++);
+        unsigned unit = lead;
+        if (!IsAscii(lead)) {
+            if (in == in_end) {
+                unit = kNoCharacter;
+                SetErrorCount(1);
+            } else {
+                unit = map[PairIndex(lead, ToByte(*in++))];
+            }
+        }
+        StoreUcs2(unit, out);
+        out += 2;
     }
-    return output_length = written;
+    return output_length = static_cast<unsigned long>(out - output);
 }
 
 unsigned long CodeTrans_ToUnicode(int encoding, const char* input, unsigned long length, char* output,

@@ -11,7 +11,7 @@
  * is and asks nobody.)
  *
  * `input` may be null, which is an empty text; `output` may not. The buffers may be the same where bytes are only
- * copied; otherwise they must not overlap. */
+ * copied; otherwise they must not overlap. Should memory run out, std::bad_alloc is thrown; GBKBig5_ToUnicode needs none. */
 
 #include <cstddef>
 
@@ -19,8 +19,8 @@
 
 /** Conversion errors of the last GBKBig5_ToUnicode call: 1 if its text ended with a lead byte, otherwise 0.
  *
- * A plain global that every such call writes (CodeTrans_ToUnicode makes them, too): of use to one thread only, and the
- * only thing that keeps those calls from being free of data races. */
+ * A plain global that every such call writes (CodeTrans_ToUnicode makes them, too), in atomic steps: the calls of several
+ * threads do not race, but whose count it holds then nobody knows, and a host must not read it meanwhile. */
 extern UTILITY_API std::size_t CodeTrans_iTransErrCnt;
 
 /** Decodes `length` bytes of GBK (`encoding` 2) or Big5 (3) by the loaded map into UCS-2 units, low byte first.

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "CodeTrans/CodeMaps/DataFile.h"
+#include "CodeTrans/CodeMaps/ScanForm.h"
 
 namespace utility::internal {
 
@@ -14,6 +15,7 @@ namespace utility::internal {
 struct DetectionTable {
     const _tTrieNode* states = nullptr;
     std::size_t count = 0;
+    const ScanForm* form = nullptr;  // made of the same states; null without, then the states themselves serve
 };
 
 struct DetectionResult {

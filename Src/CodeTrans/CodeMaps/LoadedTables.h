@@ -9,15 +9,18 @@
 #include <memory>
 
 #include "CodeTrans/CodeMaps/DataFile.h"
+#include "CodeTrans/CodeMaps/ScanForm.h"
+#include "CodeTrans/Tables/PairTable.h"
 
 namespace utility::internal {
 
 // All null unless a file is loaded; then none is, even if the automaton has no record.
 struct LoadedTables {
-    std::unique_ptr<std::uint16_t[]> gbk_to_unicode;   // kMapEntries, in the order of MapIndex
-    std::unique_ptr<std::uint16_t[]> big5_to_unicode;  // likewise
+    // The maps with a row for every trail byte, in the order of PairIndex; those below 40 are copies of the file's row 0.
+    std::unique_ptr<PairTable<std::uint16_t>> gbk_to_unicode, big5_to_unicode;
     std::unique_ptr<_tTrieNode[]> states;  // nFail leads to the root from each of them; nBase may lead anywhere
     std::size_t state_count = 0;
+    std::unique_ptr<const ScanForm> scan_form;  // made of the states; null where there is none
 };
 extern LoadedTables g_tables;
 

@@ -7,6 +7,7 @@
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/EncodedList.h"
+#include "Internal/FoldingLists.h"
 #include "Utility/Global.h"
 
 namespace {
@@ -16,17 +17,22 @@ using utility::internal::Gbk;
 using utility::internal::IsAscii;
 using utility::internal::IsAsciiUpper;
 using utility::internal::Join;
+using utility::internal::kAsciiSeparators;
+using utility::internal::kClosingBracketText;
+using utility::internal::kOpeningBracketText;
+using utility::internal::kQuotationMarkText;
+using utility::internal::kSeparatorText;
 using utility::internal::RawBytes;
 using utility::internal::ToByte;
 using utility::internal::ToChar;
 
 constexpr unsigned kToLower = 'a' - 'A';
 
-constexpr auto kOpeningBrackets = Gbk("（【");
-constexpr auto kClosingBrackets = Gbk("）】");
-constexpr auto kQuotationMarks = Gbk("“”‘＇");
-// The code between the dash and the ideographic space is user-defined and has no character.
-constexpr auto kSeparators = Join(Gbk("＼｜，．。、－—"), Join(RawBytes("\xAA\xA4"), Gbk("　")));
+constexpr auto kOpeningBrackets = Gbk(kOpeningBracketText);
+constexpr auto kClosingBrackets = Gbk(kClosingBracketText);
+constexpr auto kQuotationMarks = Gbk(kQuotationMarkText);
+// AA A4 is user-defined and has no character.
+constexpr auto kSeparators = Join(Gbk(kSeparatorText), RawBytes("\xAA\xA4"));
 static_assert(kOpeningBrackets.size() == 4 && kClosingBrackets.size() == 4);
 static_assert(kQuotationMarks.size() == 8 && kSeparators.size() == 20);
 
@@ -84,29 +90,34 @@ private:
 
 constexpr PairFolding kPairFolding;
 
-// The single bytes that become tabs: a list, and its terminator with it.
-constexpr ByteSet MakeSingleByteSeparators() {
-    ByteSet bytes(",/_");
-    bytes.Add('\0');
-    return bytes;
-}
-constexpr ByteSet kSingleByteSeparators = MakeSingleByteSeparators();
+// What each single byte is folded to. The bytes that become tabs are a list, and its terminator with it.
+using ByteFolding = std::array<char, 256>;
 
-char FoldByte(unsigned char byte, bool keep_separators) {
-    if (!keep_separators && kSingleByteSeparators.Contains(byte)) return '\t';
-    return ToChar(IsAsciiUpper(byte) ? byte + kToLower : byte);
+constexpr ByteFolding FoldBytes(bool keep_separators) {
+    ByteSet separators(",/_");
+    separators.Add(0);
+    ByteFolding folded{};
+    for (unsigned value = 0; value < folded.size(); ++value) {
+        const auto byte = static_cast<unsigned char>(value);
+        const bool is_tab = !keep_separators && separators.Contains(byte);
+        folded[value] = is_tab ? '\t' : ToChar(IsAsciiUpper(byte) ? byte + kToLower : byte);
+    }
+    return folded;
 }
+
+constexpr ByteFolding kFoldedBytes = FoldBytes(false), kFoldedBytesWithSeparators = FoldBytes(true);
 
 }  // namespace
 
 unsigned long str_normalization(char* text, unsigned long length, bool keep_separators) {
     if (length == 0) return 0;
     const bool has_pairs = g_nLangType != 0;
+    const ByteFolding& folded_bytes = keep_separators ? kFoldedBytesWithSeparators : kFoldedBytes;
     std::size_t write_pos = 0;
     for (std::size_t read_pos = 0; read_pos < length;) {
         const unsigned char byte = ToByte(text[read_pos]);
         if (IsAscii(byte) || !has_pairs || read_pos + 1 == length) {
-            text[write_pos++] = FoldByte(byte, keep_separators);
+            text[write_pos++] = folded_bytes[byte];
             read_pos += 1;
             continue;
         }

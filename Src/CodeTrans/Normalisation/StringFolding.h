@@ -19,7 +19,7 @@
  * `text` needs `length` + 1 bytes, unless `length` is 0: then nothing is touched, and `text` may be null. One pass,
  * no allocation; reads g_nLangType once and is thread-safe as long as nobody writes it.
  *
- *     "ABC,def" gives "abc\tdef", or "abc,def" with `keep_separators`; （Ｔｅｓｔ１２３） gives "(test123)". */
+ *     "ABC,def" gives "abc\tdef", or "abc,def" with keep_separators; （Ｔｅｓｔ１２３） gives "(test123)". */
 UTILITY_API unsigned long str_normalization(char* text, unsigned long length, bool keep_separators);
 
 /** str_normalization under the name that is used for file names in archives. */

@@ -1,53 +1,25 @@
 #include "CodeTrans/Primitives/Utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
 
 #include "Internal/Bytes.h"
+#include "Internal/Utf8Encoding.h"
+#include "Internal/Utf8Runs.h"
+#include "Internal/Words.h"
 
 namespace {
 
-using utility::internal::IsAscii;
-using utility::internal::IsUtf8Continuation;
-using utility::internal::ToByte;
+using namespace utility::internal;
 
 constexpr wchar_t kNoCharacter = 0xFEFF;
 constexpr std::size_t kMaxBmpBytes = 3;
 
-// wchar_t is signed on some machines: a negative value lies above the BMP on all of them.
-std::uint32_t CodePointOf(wchar_t character) {
-    return static_cast<std::uint32_t>(character);
-}
-
-std::size_t EncodedLength(std::uint32_t code_point) {
-    return code_point < 0x80 ? 1 : code_point < 0x800 ? 2 : code_point < 0x10000 ? 3 : 0;
-}
-
 unsigned char FollowingByte(std::uint32_t code_point, unsigned shift) {
     return static_cast<unsigned char>(0x80 | (code_point >> shift & 0x3F));
-}
-
-// Writes the character, nothing where it lies outside the BMP; returns the end of what it wrote.
-unsigned char* EncodeBmp(std::uint32_t code_point, unsigned char* utf8) {
-    switch (EncodedLength(code_point)) {
-        case 1:
-            *utf8++ = static_cast<unsigned char>(code_point);
-            break;
-        case 2:
-            *utf8++ = static_cast<unsigned char>(0xC0 | code_point >> 6);
-            *utf8++ = FollowingByte(code_point, 0);
-            break;
-        case 3:
-            *utf8++ = static_cast<unsigned char>(0xE0 | code_point >> 12);
-            *utf8++ = FollowingByte(code_point, 6);
-            *utf8++ = FollowingByte(code_point, 0);
-            break;
-        default:
-            break;
-    }
-    return utf8;
 }
 
 wchar_t TwoByteCharacter(unsigned lead, unsigned second) {
@@ -58,26 +30,48 @@ wchar_t ThreeByteCharacter(unsigned lead, unsigned second, unsigned third) {
     return static_cast<wchar_t>((lead & 0x0F) << 12 | (second & 0x3F) << 6 | (third & 0x3F));
 }
 
-// Decodes `length` bytes, none of them zero, and returns the number of characters: at most `length`.
-std::size_t DecodeLeniently(const unsigned char* utf8, std::size_t length, wchar_t* wide) {
-    wchar_t* out = wide;
-    for (std::size_t byte_pos = 0; byte_pos < length;) {
-        const unsigned char* bytes = utf8 + byte_pos;
-        const std::size_t left = length - byte_pos;
-        if (IsAscii(bytes[0])) {
-            *out++ = bytes[0];
-            byte_pos += 1;
-        } else if ((bytes[0] & 0xE0) == 0xC0 && left > 1) {
-            *out++ = TwoByteCharacter(bytes[0], bytes[1]);
-            byte_pos += 2;
-        } else if ((bytes[0] & 0xF0) == 0xE0 && left > 2) {
-            *out++ = ThreeByteCharacter(bytes[0], bytes[1], bytes[2]);
-            byte_pos += 3;
-        } else {
-            byte_pos += 1;
-        }
+// One character, or nothing, of the bytes that end at `end`.
+[[gnu::always_inline]] inline void DecodeOneLeniently(const char*& text, const char* end, wchar_t*& wide) {
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(text);
+    const std::ptrdiff_t left = end - text;
+    if (IsAscii(bytes[0])) {
+        *wide++ = bytes[0];
+        text += 1;
+    } else if ((bytes[0] & 0xE0) == 0xC0 && left > 1) {
+        *wide++ = TwoByteCharacter(bytes[0], bytes[1]);
+        text += 2;
+    } else if ((bytes[0] & 0xF0) == 0xE0 && left > 2) {
+        *wide++ = ThreeByteCharacter(bytes[0], bytes[1], bytes[2]);
+        text += 3;
+    } else {
+        text += 1;
     }
-    return static_cast<std::size_t>(out - wide);
+}
+
+struct WideWriter {
+    wchar_t* wide;
+
+    void Four(CodePoints4 code_points) { std::memcpy(wide, &code_points, sizeof code_points); }
+    void Took(unsigned count) { wide += count; }
+    void Ascii8(const char* bytes) { Widen8ToWide(bytes, wide); }
+    void TookAscii(unsigned count) { wide += count; }
+};
+
+// Decodes `length` bytes, none of them zero, and returns the number of characters: at most `length`. `roomy`: `wide` has
+// room for as many; otherwise for no more than there are.
+std::size_t DecodeLeniently(const char* utf8, std::size_t length, wchar_t* wide, bool roomy) {
+    const char* const end = utf8 + length;
+    WideWriter writer{wide};
+    const auto read_one = [&](const char*& text) { DecodeOneLeniently(text, end, writer.wide); };
+    constexpr auto kRule = ThreeBytes::kByLead;
+    if (roomy) {
+        utf8 = ReadUtf8Runs<kRule>(utf8, end, writer, read_one);
+    } else {
+        if (HasFullTail(utf8, end)) utf8 = ReadUtf8Runs<kRule>(utf8, end - kTail, writer, read_one);
+        utf8 = ReadUtf8RunsExactly<kRule>(utf8, end, writer, read_one);
+    }
+    while (utf8 != end) read_one(utf8);
+    return static_cast<std::size_t>(writer.wide - wide);
 }
 
 }  // namespace
@@ -85,34 +79,34 @@ std::size_t DecodeLeniently(const unsigned char* utf8, std::size_t length, wchar
 std::size_t unicode_to_utf8(const wchar_t* text, unsigned long count, unsigned char** utf8) {
     *utf8 = nullptr;
     if (count > (SIZE_MAX - 1) / kMaxBmpBytes) return 0;
-    *utf8 = static_cast<unsigned char*>(std::calloc(kMaxBmpBytes * count + 1, 1));
+    const std::size_t size = kMaxBmpBytes * count + 1;
+    *utf8 = static_cast<unsigned char*>(std::malloc(size));
     if (*utf8 == nullptr) return 0;
-    unsigned char* end = *utf8;
-    for (std::size_t i = 0; i < count; ++i) end = EncodeBmp(CodePointOf(text[i]), end);
-    return static_cast<std::size_t>(end - *utf8);
+    auto* const bytes = reinterpret_cast<char*>(*utf8);
+    const auto length = static_cast<std::size_t>(EncodeBmp(text, text + count, bytes) - bytes);
+    std::memset(bytes + length, 0, size - length);
+    return length;
 }
 
 std::string unicode_to_utf8(std::wstring text) {
-    text.resize(std::wcslen(text.c_str()));
-    std::size_t length = 0;
-    for (const wchar_t character : text) length += EncodedLength(CodePointOf(character));
-    std::string utf8(length, '\0');
-    auto* end = reinterpret_cast<unsigned char*>(utf8.data());
-    for (const wchar_t character : text) end = EncodeBmp(CodePointOf(character), end);
+    const std::size_t count = std::min(text.size(), text.find(L'\0'));
+    const wchar_t* const end = text.data() + count;
+    std::string utf8(kMaxBmpBytes * count + 1, '\0');
+    utf8.resize(static_cast<std::size_t>(EncodeBmp(text.data(), end, utf8.data()) - utf8.data()));
     return utf8;
 }
 
 std::size_t utf8_to_unicode(unsigned char* utf8, wchar_t* wide) {
     const std::size_t length = std::strlen(reinterpret_cast<const char*>(utf8));
-    const std::size_t characters = DecodeLeniently(utf8, length, wide);
+    const std::size_t characters = DecodeLeniently(reinterpret_cast<const char*>(utf8), length, wide, false);
     std::memset(wide + characters, 0, 2);
     return characters * sizeof(wchar_t);
 }
 
 std::wstring utf8_to_unicode(const char* utf8) {
     std::wstring wide(std::strlen(utf8), L'\0');
-    DecodeLeniently(reinterpret_cast<const unsigned char*>(utf8), wide.size(), wide.data());
-    wide.resize(std::wcslen(wide.c_str()));
+    const std::size_t characters = DecodeLeniently(utf8, wide.size(), wide.data(), true);
+    wide.resize(std::min(characters, wide.find(L'\0')));
     return wide;
 }
 

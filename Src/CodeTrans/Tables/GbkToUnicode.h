@@ -4,26 +4,22 @@
 // The inverse of CodeTable: read-only data worked out by the compiler, so it costs nothing at start-up and
 // any number of threads may read it.
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
+
+#include "CodeTrans/Tables/PairTable.h"
+#include "Internal/Bytes.h"
 
 namespace utility::internal {
 
-// The two-byte codes of code page 936 have lead bytes 81 to FE and trail bytes 40 to FE.
-inline constexpr unsigned kFirstGbkLead = 0x81;
-inline constexpr unsigned kFirstGbkTrail = 0x40;
-inline constexpr std::size_t kGbkLeads = 0xFE - kFirstGbkLead + 1;
-inline constexpr std::size_t kGbkTrails = 0xFE - kFirstGbkTrail + 1;
+// Code point of each two-byte code of code page 936, 0 for other pairs.
+extern const PairTable<std::uint16_t> kGbkToUnicode;
 
-using GbkToUnicodeTable = std::array<std::uint16_t, kGbkLeads * kGbkTrails>;
-extern const GbkToUnicodeTable kGbkToUnicode;
+// The same as UTF-8.
+extern const PairTable<std::uint32_t> kGbkToUtf8;
 
-// Code point of a two-byte GBK code, 0 where code page 936 has none. Any two bytes may be asked for.
+// Any two bytes may be asked for.
 inline unsigned GbkToUnicode(unsigned char lead, unsigned char trail) {
-    const unsigned row = lead - kFirstGbkLead;
-    const unsigned cell = trail - kFirstGbkTrail;
-    return row < kGbkLeads && cell < kGbkTrails ? kGbkToUnicode[row * kGbkTrails + cell] : 0;
+    return IsAscii(lead) ? 0 : kGbkToUnicode[PairIndex(lead, trail)];
 }
 
 }  // namespace utility::internal

@@ -56,8 +56,11 @@ UTILITY_API bool IsAllLetter(unsigned char* text);
 UTILITY_API bool IsAllDelimiter(unsigned char* text);
 
 /** Whether `character`, one character as a string, is a delimiter: two bytes of which the first is A1 or A3,
- * or one of the ASCII bytes tab, carriage return, line feed, blank and `.,(){}[]:;"'<>?/~@#$%^&*_-+=`. Any
- * other length is false; at most three bytes are read. */
+ * or one of the ASCII bytes tab, carriage return, line feed, blank and these:
+ *
+ *     . , ( ) { } [ ] : ; " ' < > ? / ~ @ # $ % ^ & * _ - + = `
+ *
+ * Any other length is false; at most three bytes are read. */
 UTILITY_API bool IsDelimiter(const char* character);
 
 #endif

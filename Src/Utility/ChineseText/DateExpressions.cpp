@@ -7,22 +7,19 @@
 
 #include "Internal/CharacterSet.h"
 #include "Internal/EncodedList.h"
+#include "Internal/Numerals.h"
 #include "Utility/ChineseText/NumberExpressions.h"
 
 namespace {
 
-using utility::internal::IsAscii;
-using utility::internal::IsAsciiDigit;
-using utility::internal::kSetOf;
-using utility::internal::ToByte;
-using utility::internal::Utf8;
+using namespace utility::internal;
 
 // All stored as UTF-8 although they are searched for two-byte units.
-constexpr auto kYearDigits = Utf8("’零○〇０一二三四五六七八九壹贰叁肆伍陆柒捌玖");
-constexpr auto kLateYearDigits = Utf8("５６７８９");
-constexpr auto kThousandsAndZeros = Utf8("千仟零〇○");
-constexpr auto kThousands = Utf8("千仟");
-constexpr auto kDayDigits = Utf8("零一二三四五六七八九十壹贰叁肆伍陆柒捌玖０１２３４５６７８９");
+constexpr auto kYearDigits = Utf8(kYearDigitText);
+constexpr auto kLateYearDigits = Utf8(kLateYearDigitText);
+constexpr auto kThousandsAndZeros = Utf8(kThousandOrZeroText);
+constexpr auto kThousands = Utf8(kThousandText);
+constexpr auto kDayDigits = Utf8(kDayDigitText);
 static_assert(kYearDigits.size() == 69 && kLateYearDigits.size() == 15 && kThousandsAndZeros.size() == 15);
 static_assert(kThousands.size() == 6 && kDayDigits.size() == 90);
 

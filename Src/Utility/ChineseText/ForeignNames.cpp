@@ -55,7 +55,7 @@ bool IsForeign(char* word) {
 
 bool IsAllForeign(char* word) {
     // The product is a 32-bit number, so no word of four gigabytes is foreign.
-    return static_cast<std::uint32_t>(GetForeignCharCount(word)) * 2 == std::strlen(word);
+    return static_cast<std::uint32_t>(GetForeignCharCount(word) * 2) == std::strlen(word);
 }
 
 int GetForeignType(const char* word) {

@@ -5,29 +5,23 @@
 
 #include "Internal/CharacterSet.h"
 #include "Internal/EncodedList.h"
+#include "Internal/Numerals.h"
 
 namespace {
 
-using utility::internal::BytesTaken;
-using utility::internal::CharacterUnit;
-using utility::internal::IsAsciiDigit;
-using utility::internal::kSetOf;
-using utility::internal::ReadUnit;
-using utility::internal::ToByte;
-using utility::internal::Utf8;
+using namespace utility::internal;
 
 // All stored as UTF-8 although they are searched for two-byte units.
-constexpr auto kSigns = Utf8("±第—＋");
-constexpr auto kSeparators = Utf8("∶·．／");
-constexpr auto kPercentSigns = Utf8("％‰");
-constexpr auto kMagnitudes = Utf8("百千万亿佰仟兆");
-constexpr auto kChineseNumerals = Utf8("零○一二两三四五六七八九十廿百千万亿壹贰叁肆伍陆柒捌玖拾佰仟兆∶·．／点几上成");
-constexpr auto kLeadingWords = Utf8("数第");
-constexpr auto kFractionWord = Utf8("分之");
+constexpr auto kSigns = Utf8(kNumberSignText);
+constexpr auto kSeparators = Utf8(kNumberSeparatorText);
+constexpr auto kPercentSigns = Utf8(kPercentSignText);
+constexpr auto kMagnitudes = Utf8(kMagnitudeText);
+constexpr auto kChineseNumerals = Utf8(kChineseNumeralText);
+constexpr auto kLeadingWords = Utf8(kNumberLeadingText);
 constexpr std::size_t kFractionBytesCompared = 4;
 static_assert(kSigns.size() == 11 && kSeparators.size() == 11 && kPercentSigns.size() == 6);
 static_assert(kMagnitudes.size() == 21 && kChineseNumerals.size() == 116);
-static_assert(kLeadingWords.size() == 6 && kFractionWord.size() == 6);
+static_assert(kLeadingWords.size() == 6 && sizeof kFractionWord == 6 + 1);
 
 // Walks over a number expression part by part. Only Read steps over two bytes for a lead byte right before
 // the NUL; Unread then takes one back, so that such a byte counts as read in either case.
@@ -124,7 +118,7 @@ bool IsAllNum(const char* word, unsigned long length) {
 bool IsAllChineseNum(char* word, unsigned long length) {
     if (length == 0) length = std::strlen(word);
     for (std::size_t pos = 0; pos < length; pos += 2) {
-        if (std::strncmp(word + pos, kFractionWord.c_str(), kFractionBytesCompared) == 0) {
+        if (std::strncmp(word + pos, kFractionWord, kFractionBytesCompared) == 0) {
             pos += 2;
             continue;
         }

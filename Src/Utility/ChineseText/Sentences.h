@@ -41,8 +41,8 @@ UTILITY_API unsigned long FindSentenceStart(const char* text, unsigned long posi
  * bytes neither `。` nor `！`. False for an empty line. */
 UTILITY_API bool IsValidTitle(const char* line);
 
-/** Whether the UTF-8 `line` can be a sentence, judged by its end: one of `;.:)`, or in a line of more than
- * three bytes one of `。：！；）`. False for an empty line. */
+/** Whether the UTF-8 `line` can be a sentence, judged by its end: a semicolon, full stop, colon or closing
+ * parenthesis, or in a line of more than three bytes one of 。：！；）. False for an empty line. */
 UTILITY_API bool IsValidSentence(const char* line);
 
 /** Index of the largest score, the first of equals; -1 when there is none. A score that is not a number is

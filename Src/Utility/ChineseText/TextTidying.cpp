@@ -5,8 +5,10 @@
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/CharacterListIndex.h"
+#include "Internal/CharacterSet.h"
 #include "Internal/CharacterStep.h"
 #include "Internal/EncodedList.h"
+#include "Internal/FoldingLists.h"
 
 namespace {
 
@@ -15,24 +17,19 @@ using utility::internal::CharacterListIndex;
 using utility::internal::DoubleByteStep;
 using utility::internal::IsAsciiDigit;
 using utility::internal::IsAsciiLetter;
+using utility::internal::kNarrowMarks;
+using utility::internal::kSetOf;
+using utility::internal::kWideMarkText;
 using utility::internal::ToByte;
 using utility::internal::ToChar;
 using utility::internal::Utf8;
 
 constexpr ByteSet kWhiteSpace(" \t\r\n");
 
-// Character by character the half-width form of each stands below; but the lookup goes by byte offset / 2
+// Character by character the half-width form of each stands in the list behind it; but the lookup goes by byte offset / 2
 // into the stored UTF-8, which agrees with that for the first one only.
-constexpr auto kFullWidth = Utf8(
-    "、。—～‘’“”〔〕〈〉〖〗（）＊＋，－．"
-    "／：；＜＝＞？［］＿｀｛｜｝˙–―﹐﹑﹒﹔"
-    "﹕﹖﹗﹙﹚﹛﹜﹝﹞﹟﹠﹡﹢﹣﹤﹥﹦﹨﹩﹪﹫");
-static_assert(kFullWidth.size() == 188);
-constexpr std::string_view kHalfWidth =
-    ",.-~''\"\"()<>[]()*+,-."
-    "/:;<=>?[]_'{|}.--,,.;"
-    ":?!(){}()#&*+-<>=\\$%@";
-static_assert(kHalfWidth.size() == 63);
+constexpr auto kFullWidth = Utf8(kWideMarkText);
+constexpr std::string_view kHalfWidth = kNarrowMarks;
 constexpr CharacterListIndex kFullWidthUnits(kFullWidth);
 
 // A place in the full-width list as its half-width byte; NUL for none, and where the shorter list has ended.
@@ -51,6 +48,8 @@ char HalfWidthForm(const char* character, std::size_t step) {
         const auto ascii = static_cast<unsigned char>(trail - 0x80);
         if (IsAsciiDigit(ascii) || IsAsciiLetter(ascii)) return ToChar(ascii);
     }
+    // Most characters are in no list, and the set tells that sooner.
+    if (!kSetOf<kFullWidth>.Contains({lead, trail})) return '\0';
     return HalfWidthAt(kFullWidthUnits.FindPair(lead, trail));
 }
 

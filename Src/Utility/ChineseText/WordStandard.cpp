@@ -1,5 +1,7 @@
 #include "Utility/ChineseText/WordStandard.h"
 
+#include <array>
+
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/CharacterStep.h"
@@ -22,11 +24,26 @@ constexpr char ToAsciiLower(unsigned char byte) {
     return ToChar(IsAsciiUpper(byte) ? byte + ('a' - 'A') : byte);
 }
 
-// What the ASCII byte `byte` in front of `next` becomes; NUL when it is dropped. So is a lone lead byte.
-char SingleByteForm(unsigned char byte, unsigned char next) {
+// What a single byte becomes, and what a blank in front of it does; NUL where they are dropped. So is a lone lead byte.
+struct ByteForms {
+    std::array<unsigned char, 256> own{}, of_blank_in_front{};
+};
+
+constexpr ByteForms kByteForms = [] {
     constexpr ByteSet kKept("+-{};\r\n");
-    const bool keep = IsAsciiAlphanumeric(byte) || kKept.Contains(byte) || (byte == ' ' && IsAsciiAlphanumeric(next));
-    return keep ? ToAsciiLower(byte) : '\0';
+    ByteForms forms;
+    for (unsigned value = 0; value < 256; ++value) {
+        const auto byte = static_cast<unsigned char>(value);
+        if (IsAsciiAlphanumeric(byte) || kKept.Contains(byte)) forms.own[value] = ToByte(ToAsciiLower(byte));
+        if (IsAsciiAlphanumeric(byte)) forms.of_blank_in_front[value] = ' ';
+    }
+    return forms;
+}();
+
+// Without a branch, as no processor would foresee it.
+char SingleByteForm(unsigned char byte, unsigned char next) {
+    const unsigned if_blank = 0 - static_cast<unsigned>(byte == ' ');
+    return ToChar(kByteForms.own[byte] | (kByteForms.of_blank_in_front[next] & if_blank));
 }
 
 // The single byte that the two-byte character becomes; NUL when it stays as it is.
@@ -47,10 +64,14 @@ char* WordStandard(char* word) {
     while (const std::size_t step = DoubleByteStep(read)) {
         const unsigned char first = ToByte(read[0]);
         const unsigned char second = ToByte(read[1]);
-        const char form = step == 2 ? TwoByteForm(first, second) : SingleByteForm(first, second);
-        if (form != '\0') {
+        if (step == 1) {
+            // Written in any case, and then kept or not: no processor would foresee the branch.
+            const char form = SingleByteForm(first, second);
+            *write = form;
+            write += form != '\0';
+        } else if (const char form = TwoByteForm(first, second); form != '\0') {
             *write++ = form;
-        } else if (step == 2) {
+        } else {
             *write++ = ToChar(first);
             *write++ = ToChar(second);
         }

@@ -76,7 +76,7 @@ int CStaticStr::AddString(char const* text) {
     }
     const std::size_t offset = std::exchange(m_nSize, m_nSize + length + 1);
     std::memmove(m_pBuf + offset, text, length);
-    m_pBuf[offset + length] = '\0';
+    m_pBuf[offset + length] = m_pBuf[m_nSize] = '\0';  // the latter for GetStr at the size, which always works
     return static_cast<int>(offset);
 }
 

@@ -30,7 +30,9 @@ public:
     ~CStaticStr();
     CStaticStr(const CStaticStr&) = delete;
     CStaticStr& operator=(const CStaticStr&) = delete;
+    /** Takes over the strings of `other`, which is then empty. */
     CStaticStr(CStaticStr&& other) noexcept;
+    /** The same, in place of the strings held. */
     CStaticStr& operator=(CStaticStr&& other) noexcept;
 
     /** Appends a copy of `text`, which may lie in the pool itself, and returns its offset. Equal strings are

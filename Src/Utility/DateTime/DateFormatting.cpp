@@ -28,6 +28,45 @@ long Year(const std::tm& time) {
     return time.tm_year + 1900L;
 }
 
+// What follows writes behind `out` and returns the place behind that; numbers as printf's %02d, %d and %04ld do, of fields
+// that the C library has kept within two digits.
+char* WriteTwoDigits(int value, char* out) {
+    *out++ = static_cast<char>('0' + value / 10);
+    *out++ = static_cast<char>('0' + value % 10);
+    return out;
+}
+char* WriteOneOrTwoDigits(int value, char* out) {
+    if (value >= 10) return WriteTwoDigits(value, out);
+    *out++ = static_cast<char>('0' + value);
+    return out;
+}
+char* WriteYear(long year, char* out) {
+    if (year < 0 || year > 9999) return out + std::sprintf(out, "%04ld", year);
+    return WriteTwoDigits(static_cast<int>(year % 100), WriteTwoDigits(static_cast<int>(year / 100), out));
+}
+char* WriteText(std::string_view text, char* out) {
+    return out + text.copy(out, text.size());
+}
+
+char* WriteDate(const std::tm& time, char separator, char* out) {
+    out = WriteYear(Year(time), out);
+    *out++ = separator;
+    out = WriteTwoDigits(time.tm_mon + 1, out);
+    *out++ = separator;
+    return WriteTwoDigits(time.tm_mday, out);
+}
+char* WriteHourAndMinute(const std::tm& time, char* out) {
+    out = WriteTwoDigits(time.tm_hour, out);
+    *out++ = ':';
+    return WriteTwoDigits(time.tm_min, out);
+}
+char* WriteClock(const std::tm& time, char* out) {
+    *out++ = ' ';
+    out = WriteHourAndMinute(time, out);
+    *out++ = ':';
+    return WriteTwoDigits(time.tm_sec, out);
+}
+
 int DateNumber(const std::tm& time) {
     return static_cast<int>(Year(time)) * 10000 + (time.tm_mon + 1) * 100 + time.tm_mday;
 }
@@ -39,31 +78,32 @@ char* time2str(const std::time_t& time, char* buffer, bool chinese) {
     std::tm local{};
     if (!BreakDown(time, local)) return CopyText("NULL", buffer, kTextSize);
 
-    const long year = Year(local);
-    const int month = local.tm_mon + 1;
-    char clock[40];
-    std::snprintf(clock, sizeof clock, " %02d:%02d:%02d", local.tm_hour, local.tm_min, local.tm_sec);
-    char text[100];
+    char text[80];
+    char* end = text;
     if (!chinese) {
-        std::snprintf(text, sizeof text, "%04ld/%02d/%02d%s", year, month, local.tm_mday, clock);
+        end = WriteClock(local, WriteDate(local, '/', end));
     } else {
+        end = WriteText(kDateUnits[0].view(), WriteYear(Year(local), end));
+        end = WriteText(kDateUnits[1].view(), WriteOneOrTwoDigits(local.tm_mon + 1, end));
+        end = WriteText(kDateUnits[2].view(), WriteOneOrTwoDigits(local.tm_mday, end));
         const bool is_midnight = local.tm_hour == 0 && local.tm_min == 0 && local.tm_sec == 0;
-        std::snprintf(text, sizeof text, "%04ld%s%d%s%d%s%s", year, kDateUnits[0].c_str(), month, kDateUnits[1].c_str(),
-                      local.tm_mday, kDateUnits[2].c_str(), is_midnight ? "" : clock);
+        if (!is_midnight) end = WriteClock(local, end);
     }
-    return CopyText(text, buffer, kTextSize);
+    return CopyText({text, static_cast<std::size_t>(end - text)}, buffer, kTextSize);
 }
 
 std::string formatDateTime(long time, bool short_form) {
     std::tm local{};
     if (!BreakDown(time, local)) return std::string();
     char text[80];
-    const int length = short_form
-                           ? std::snprintf(text, sizeof text, "%04ld-%02d-%02dT%02d:%02d", Year(local),
-                                           local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min)
-                           : std::snprintf(text, sizeof text, "%04ld-%02d-%02d %02d:%02d:%02d", Year(local),
-                                           local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
-    return std::string(text, static_cast<std::size_t>(length));
+    char* end = WriteDate(local, '-', text);
+    if (short_form) {
+        *end++ = 'T';
+        end = WriteHourAndMinute(local, end);
+    } else {
+        end = WriteClock(local, end);
+    }
+    return std::string(text, end);
 }
 
 std::string getDateTime(bool short_form) {

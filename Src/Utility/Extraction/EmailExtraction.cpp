@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstring>
 #include <string_view>
-#include <utility>
 
 #include "Internal/AsciiCase.h"
 #include "Internal/ByteSet.h"
@@ -78,22 +77,19 @@ const char* PrefixBegin(const char* begin, const char* end) {
     return end;
 }
 
-std::string LowerCase(const char* begin, const char* end) {
-    std::string text(begin, end);
+void AssignLowerCase(const char* begin, const char* end, std::string& text) {
+    text.assign(begin, end);
     for (char& c : text) c = ToChar(ToAsciiLower(ToByte(c)));
-    return text;
 }
 
 // The part of a record that stands in front of its at sign, in a region that begins at `begin`.
-_email ReadBackward(const char* begin, const char* at) {
-    _email email;
+void ReadBackward(const char* begin, const char* at, _email& email) {
     const char* const user = SkipBackward(begin, at, kAddressBytes);
-    email.user = LowerCase(user, at);
+    AssignLowerCase(user, at, email.user);
     const char* const name_end = SkipBackward(begin, user, kBetweenAddressAndName);
     const char* const name = SkipBackward(begin, name_end, kNameBytes);
     email.name.assign(name, SkipBackward(name, name_end, kTrimmedFromName));
     email.prefix.assign(PrefixBegin(begin, name), name);
-    return email;
 }
 
 // Behind the address whose domain ends at `domain_end`, where the region of the next one begins.
@@ -114,11 +110,11 @@ void ExtractEmail(const char* text, std::vector<_email>& emails) {
     if (at == nullptr) return;
     const char* const kind = LineKind({text, static_cast<std::size_t>(at - text)});
     for (const char* region = text; at != nullptr; at = std::strchr(region, '@')) {
-        _email email = ReadBackward(region, at);
+        _email& email = emails.emplace_back();
+        ReadBackward(region, at, email);
         const char* const domain_end = SkipForward(at + 1, kAddressBytes);
-        email.domain = LowerCase(at + 1, domain_end);
+        AssignLowerCase(at + 1, domain_end, email.domain);
         email.type = kind;
-        emails.push_back(std::move(email));
         region = AddressEnd(domain_end);
     }
 }

@@ -33,8 +33,8 @@ struct UTILITY_API _email {
  * and there the search for the next at sign begins; what lies in front of that place belongs to this address
  * and never to the next.
  *
- * Backwards from the at sign follow the user; any `<`, `"`, blanks and tabs, which are skipped; the name, as
- * long a run as there is, whose commas, dashes, blanks and tabs at the end are dropped (not those at its
+ * Backwards from the at sign follow the user; any `<`, double quotes, blanks and tabs, which are skipped; the
+ * name, as long a run as there is, whose commas, dashes, blanks and tabs at the end are dropped (not those at its
  * start, nor an opening quote); and the prefix, which reaches back to the nearest of `:;,` or to the end of
  * the address before. **The prefix is stepped over as double-byte text**: a byte from 80 up counts together
  * with the byte in front of it, whatever that is. So where an odd number of such bytes follows one of `:;,`,

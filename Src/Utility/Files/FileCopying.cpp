@@ -65,6 +65,11 @@ bool FileCopy(char const* source_path, char const* destination_path, std::size_t
     if (source == nullptr) return false;
     const OwnedStream destination = OpenOrReport(destination_path, "wb", "Error write file");
     if (destination == nullptr) return false;
+    if (buffer_size >= BUFSIZ) {
+        // The streams' own buffers would only cut each piece in two.
+        std::setvbuf(source.get(), nullptr, _IONBF, 0);
+        std::setvbuf(destination.get(), nullptr, _IONBF, 0);
+    }
     FileCopy(source.get(), destination.get(), buffer_size, nullptr, 0);
     return true;
 }

@@ -8,11 +8,11 @@
 #include "Utility/Files/FileReader.h"
 
 std::size_t GetFileLinesCount(std::FILE* stream) {
-    std::fseek(stream, 0, SEEK_SET);
+    (void)std::fseek(stream, 0, SEEK_SET);
     char piece[1000];
     std::size_t count = 0;
     while (std::fgets(piece, sizeof piece, stream) != nullptr) ++count;
-    std::fseek(stream, 0, SEEK_SET);
+    (void)std::fseek(stream, 0, SEEK_SET);
     return count;
 }
 

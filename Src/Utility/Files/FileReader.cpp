@@ -34,7 +34,7 @@ Stream Open(const char* file_name) {
     } else {
         // Reads go straight to the caller's buffer: nothing is read twice, and no stale copy of a file that has
         // changed since is left over from the read before.
-        std::setvbuf(stream.get(), nullptr, _IONBF, 0);
+        (void)std::setvbuf(stream.get(), nullptr, _IONBF, 0);
     }
     return stream;
 }
@@ -66,16 +66,19 @@ std::size_t PhysicalMemory() {
     return static_cast<std::size_t>(pages) * static_cast<std::size_t>(page_size);
 }
 
-// A buffer for `count` bytes and a NUL, or null. Systems that grant more memory than they have end the process once it
-// is filled, and what the file does not fill is filled with zeros; so such a request is turned down here.
-std::unique_ptr<char[]> AllocateBuffer(std::size_t count, std::size_t file_size) {
-    if (count >= PTRDIFF_MAX || (count > file_size && count > PhysicalMemory())) return nullptr;
-    return std::unique_ptr<char[]>(new (std::nothrow) char[count + 1]);
+// Whether to ask for memory for `count` bytes and a NUL. Systems that grant more memory than they have end the process once
+// it is filled, and what the file does not fill is filled with zeros; so such a request is turned down here.
+bool IsReasonable(std::size_t count, std::size_t file_size) {
+    return count < PTRDIFF_MAX && (count <= file_size || count <= PhysicalMemory());
 }
 
-// Reads up to `count` bytes at `offset` and returns how many came.
-std::size_t ReadRange(std::FILE* stream, long offset, char* bytes, std::size_t count) {
-    if (std::fseek(stream, offset, SEEK_SET) != 0 && errno != ESPIPE) return 0;
+// Whether the stream stands at `offset` now, or cannot be positioned and stands where it stands.
+bool MoveTo(std::FILE* stream, long offset) {
+    return std::fseek(stream, offset, SEEK_SET) == 0 || errno == ESPIPE;
+}
+
+// Reads up to `count` bytes and returns how many came.
+std::size_t ReadOn(std::FILE* stream, char* bytes, std::size_t count) {
     std::size_t got = 0;
     do {
         std::clearerr(stream);
@@ -84,19 +87,61 @@ std::size_t ReadRange(std::FILE* stream, long offset, char* bytes, std::size_t c
     return got;
 }
 
-// The part of a read that needs the held file, and the lock on it.
-std::size_t ReadHeld(CReadFile& reader, char** buffer, long offset, std::size_t count, bool whole_file) {
+// Sets `text` to the bytes that come of the `count` at `offset`, but no NULs; false without the memory. Each piece is searched
+// for NULs while it is still in the cache.
+bool AssignRange(std::FILE* stream, long offset, std::size_t count, std::string& text) {
+    constexpr std::size_t kPiece = std::size_t{64} << 10;
+    try {
+        text.resize(count);
+    } catch (const std::exception&) {
+        return false;
+    }
+    if (!MoveTo(stream, offset)) count = 0;
+    std::size_t kept = 0;
+    for (std::size_t done = 0; done < count;) {
+        const std::size_t wanted = std::min(count - done, kPiece);
+        char* const piece = text.data() + kept;
+        const std::size_t got = ReadOn(stream, piece, wanted);
+        const bool has_nul = std::memchr(piece, '\0', got) != nullptr;
+        kept += has_nul ? static_cast<std::size_t>(std::remove(piece, piece + got, '\0') - piece) : got;
+        if (got < wanted) break;
+        done += got;
+    }
+    text.resize(kept);
+    return true;
+}
+
+// The part of a read that needs the held file, and the lock on it: `take(stream, count, file_size)`, with a null stream
+// where nothing is to be read.
+template <typename Take>
+std::size_t ReadHeld(CReadFile& reader, std::size_t count, bool whole_file, Take take) {
     const auto file_size = static_cast<std::size_t>(std::max(reader.m_nFileSize, 0L));
     if (count == 0 && whole_file) count = file_size;
     if (reader.m_fpFileRead == nullptr) count = 0;
-    std::unique_ptr<char[]> bytes = AllocateBuffer(count, file_size);
-    if (bytes == nullptr) return 0;
     ++reader.m_nReadCount;
-    const std::size_t got = count == 0 ? 0 : ReadRange(reader.m_fpFileRead, offset, bytes.get(), count);
+    const std::size_t result = take(count == 0 ? nullptr : reader.m_fpFileRead, count, file_size);
     --reader.m_nReadCount;
-    std::memset(bytes.get() + got, 0, count + 1 - got);
-    *buffer = bytes.release();
-    return count;
+    return result;
+}
+
+// The same with the file of that name held; 0 where it cannot be opened.
+template <typename Take>
+std::size_t Read(CReadFile& reader, const char* file_name, std::size_t count, bool whole_file, Take take) {
+    {
+        const MutexLock lock(reader.m_mutexRead);
+        if (IsHeld(reader, file_name)) return ReadHeld(reader, count, whole_file, take);
+    }
+    // Opened without the lock, since that may take long; so another thread may have done the same by the time the lock
+    // is held again. The reader is then locked until the read is over: a file that was just put in place is not
+    // taken away before it is read.
+    Stream stream = Open(file_name);
+    if (stream == nullptr) return 0;
+    const long size = StreamSize(stream.get(), file_name);
+    Stream previous;  // closed after the lock is gone
+    std::string name = file_name;
+    const MutexLock lock(reader.m_mutexRead);
+    if (!IsHeld(reader, file_name)) previous = Replace(reader, std::move(stream), size, std::move(name));
+    return ReadHeld(reader, count, whole_file, take);
 }
 
 }  // namespace
@@ -111,35 +156,27 @@ CReadFile::~CReadFile() {
 }
 
 std::size_t CReadFile::ReadFile(char const* file_name, char** buffer, long offset, std::size_t count, bool whole_file) {
-    {
-        const MutexLock lock(m_mutexRead);
-        if (IsHeld(*this, file_name)) return ReadHeld(*this, buffer, offset, count, whole_file);
-    }
-    // Opened without the lock, since that may take long; so another thread may have done the same by the time the lock
-    // is held again. The reader is then locked until the read is over: a file that was just put in place is not
-    // taken away before it is read.
-    Stream stream = Open(file_name);
-    if (stream == nullptr) return 0;
-    const long size = StreamSize(stream.get(), file_name);
-    Stream previous;  // closed after the lock is gone
-    std::string name = file_name;
-    const MutexLock lock(m_mutexRead);
-    if (!IsHeld(*this, file_name)) previous = Replace(*this, std::move(stream), size, std::move(name));
-    return ReadHeld(*this, buffer, offset, count, whole_file);
+    return Read(*this, file_name, count, whole_file, [=](std::FILE* stream, std::size_t size, std::size_t file_size) {
+        if (!IsReasonable(size, file_size)) return std::size_t{0};
+        char* const bytes = new (std::nothrow) char[size + 1];
+        if (bytes == nullptr) return std::size_t{0};
+        const std::size_t got = stream == nullptr || !MoveTo(stream, offset) ? 0 : ReadOn(stream, bytes, size);
+        std::memset(bytes + got, 0, size + 1 - got);
+        *buffer = bytes;
+        return size;
+    });
 }
 
 std::size_t CReadFile::ReadFile(char const* file_name, std::string& text, long offset, std::size_t count,
                                 bool whole_file) {
-    char* bytes = nullptr;
-    const std::size_t size = ReadFile(file_name, &bytes, offset, count, whole_file);
-    const std::unique_ptr<char[]> owner(bytes);
-    if (size != 0) {
-        try {
-            text.assign(bytes, std::remove(bytes, bytes + size, '\0'));
-            return text.size();
-        } catch (const std::exception&) {
-            // No memory for a second copy: a read that failed.
-        }
+    std::string bytes;  // not `text`, in which the name may lie
+    const auto take = [&](std::FILE* stream, std::size_t size, std::size_t file_size) {
+        return stream != nullptr && IsReasonable(size, file_size) && AssignRange(stream, offset, size, bytes) ? size
+                                                                                                              : 0;
+    };
+    if (Read(*this, file_name, count, whole_file, take) != 0) {
+        text = std::move(bytes);
+        return text.size();
     }
     const std::string message = std::string("Error read file ") + file_name;  // first: the name may lie in `text`
     text.clear();

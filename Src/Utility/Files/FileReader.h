@@ -22,7 +22,8 @@
  *
  * String forms: the bytes without any NUL among them (so those filled up vanish as well) replace `text`, and the result
  * is their number. On failure, or if the count is 0, `text` is empty, the result 0, and "Error read file " with the
- * name becomes the last-error message and an error line of the log. Needs memory for the bytes twice over.
+ * name becomes the last-error message and an error line of the log. What `text` held is
+ * freed once the bytes are read.
  *
  * A file that cannot be opened is noted in the ordinary log as "Failed open file  " with the name. errno then says why. */
 

@@ -42,7 +42,9 @@ public:
     ~CIntArray();
     CIntArray(const CIntArray&) = delete;
     CIntArray& operator=(const CIntArray&) = delete;
+    /** Takes over the values of `other`, which is then empty. */
     CIntArray(CIntArray&& other) noexcept;
+    /** The same, in place of the values held. */
     CIntArray& operator=(CIntArray&& other) noexcept;
 
     /** Appends `values`, sets `range` to where they lie and returns their number.

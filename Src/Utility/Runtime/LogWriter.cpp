@@ -78,8 +78,8 @@ bool AppendToFile(const std::string& file_name, const std::string& line) {
 // Both lines in one piece as well, and at once: the process may be about to end.
 void PrintToConsole(const std::string& line, const std::string& complaint) {
     const std::string text = line + complaint;
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
+    (void)std::fwrite(text.data(), 1, text.size(), stdout);  // nowhere is left to complain to
+    (void)std::fflush(stdout);
 }
 
 }  // namespace
@@ -109,6 +109,6 @@ void WriteLog(std::FILE* stream, std::string message) {
     if (stream == nullptr) {
         PrintToConsole(line, "Cannot write log file!\r\n");
     } else {
-        std::fwrite(line.data(), 1, line.size(), stream);
+        (void)std::fwrite(line.data(), 1, line.size(), stream);
     }
 }

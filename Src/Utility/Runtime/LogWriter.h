@@ -29,14 +29,14 @@ extern UTILITY_API std::string g_sLogPath;
  * byte is 5C counts as ending in one; an empty name means the root directory), or in `g_sLogPath` if `directory` is
  * null. It is opened, appended to and closed in every call, so that it may be moved or deleted at any time; directories
  * are never created. If it cannot be opened or written, the line "[stamp] message" and the line "Cannot write log file
- * NAME!" (ending in "\r\n") go to standard output, which is flushed. */
+ * NAME!" (ending in CR LF) go to standard output, which is flushed. */
 UTILITY_API void WriteLog(std::string message, char const* directory, bool is_error);
 
 /** The same as `WriteLog(message, directory, true)`. */
 UTILITY_API void WriteError(std::string message, char const* directory);
 
 /** Writes "[stamp] message\n" (a blank here, not a tab) to the open `stream`, whatever `g_bLog` says, and neither
- * flushes nor closes it. If `stream` is null, that line and "Cannot write log file!\r\n" go to standard output, which
+ * flushes nor closes it. If `stream` is null, that line and "Cannot write log file!" (ending in CR LF) go to standard output, which
  * is flushed. */
 UTILITY_API void WriteLog(std::FILE* stream, std::string message);
 

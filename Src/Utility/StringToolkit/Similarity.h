@@ -19,8 +19,8 @@
  *
  * The score is not symmetric, and exceeds 1 where `a` repeats what `b` has once: "aa" against "a" gives 1.62.
  * The first character earns 0.9 n where `b` starts with it. The character search compares bytes and may hit
- * the middle of a character of `b`. Costs up to la × lb; allocates nothing; thread-safe and independent of
- * the locale. */
+ * the middle of a character of `b`. Linear in both; allocates where `b` has more than 128 bytes, up to half a
+ * megabyte; thread-safe and independent of the locale. */
 UTILITY_API double ComputeSim(const char* a, const char* b);
 
 #endif

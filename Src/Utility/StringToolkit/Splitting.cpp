@@ -4,26 +4,36 @@
 #include <string_view>
 
 #include "Internal/ByteSet.h"
-#include "Internal/TokenBlanks.h"
+#include "Internal/TokenScan.h"
 
 using utility::internal::ByteSet;
+using utility::internal::ToByte;
 
 namespace {
 
 constexpr std::size_t kMaxSplitOrBytes = 10000;
 constexpr std::string_view kLineBreaks = "\r\n";
 
-// The next token of `rest`: bytes of `skipped` in front of it are dropped, the first byte of `delimiters`
-// ends it. Empty when none is left.
-std::string_view TakeToken(std::string_view& rest, const ByteSet& skipped, const ByteSet& delimiters) {
-    std::size_t begin = 0;
-    while (begin < rest.size() && skipped.Contains(rest[begin])) ++begin;
-    std::size_t end = begin;
-    while (end < rest.size() && !delimiters.Contains(rest[end])) ++end;
-    const std::string_view token = rest.substr(begin, end - begin);
-    rest.remove_prefix(end);
-    return token;
-}
+// Walks over the tokens of a NUL-terminated text.
+class Tokens {
+public:
+    // Bytes of `skipped` in front of a token are dropped, any of the list `delimiters` ends it.
+    Tokens(const char* text, const char* delimiters, const ByteSet& skipped)
+        : rest_(text), delimiters_(delimiters), skipped_(skipped) {}
+
+    // The next token, empty when none is left.
+    std::string_view Take() {
+        while (skipped_.Contains(*rest_)) ++rest_;
+        const char* const begin = rest_;
+        rest_ = utility::internal::FindTokenEnd(begin, delimiters_);
+        return {begin, static_cast<std::size_t>(rest_ - begin)};
+    }
+
+private:
+    const char* rest_;
+    const char* delimiters_;
+    ByteSet skipped_;
+};
 
 }  // namespace
 
@@ -47,20 +57,25 @@ bool gfn_bSplit(const char* text, std::vector<std::string>& pieces, const char* 
 bool gfn_bSplitOR(const char* text, std::vector<std::string>& pieces, const char* delimiters) {
     pieces.clear();
     if (text == nullptr || *text == '\0') return false;
-    const ByteSet set(delimiters == nullptr ? "" : delimiters);
-    std::string_view rest(text, strnlen(text, kMaxSplitOrBytes));
-    for (auto token = TakeToken(rest, set, set); !token.empty(); token = TakeToken(rest, set, set)) {
-        pieces.emplace_back(token);
+    if (delimiters == nullptr) delimiters = "";
+    char beginning[kMaxSplitOrBytes + 1];
+    const std::size_t bytes = strnlen(text, kMaxSplitOrBytes);
+    if (bytes == kMaxSplitOrBytes) {
+        std::memcpy(beginning, text, bytes);
+        beginning[bytes] = '\0';
+        text = beginning;
     }
+    Tokens tokens(text, delimiters, ByteSet(delimiters));
+    for (auto token = tokens.Take(); !token.empty(); token = tokens.Take()) pieces.emplace_back(token);
     return true;
 }
 
 std::size_t GetStrVector(const char* text, const char* delimiters, std::vector<std::string>& pieces) {
     pieces.clear();
-    const ByteSet set(delimiters);
-    const ByteSet skipped = utility::internal::WithTokenBlanks(set);
-    std::string_view rest(text);
-    for (auto token = TakeToken(rest, skipped, set); !token.empty(); token = TakeToken(rest, skipped, set)) {
+    ByteSet skipped(delimiters);
+    for (const char blank : {' ', '\t', '\r'}) skipped.Add(ToByte(blank));
+    Tokens tokens(text, delimiters, skipped);
+    for (auto token = tokens.Take(); !token.empty(); token = tokens.Take()) {
         token = token.substr(0, token.find_last_not_of(kLineBreaks) + 1);
         if (!token.empty()) pieces.emplace_back(token);
     }

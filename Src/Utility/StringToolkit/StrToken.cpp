@@ -1,16 +1,11 @@
 #include "Utility/StringToolkit/StrToken.h"
 
-#include "Internal/ByteSet.h"
-
-using utility::internal::ByteSet;
+#include "Internal/TokenScan.h"
 
 char* StrToken(char* text, const char* delims, char** next) {
     if (text == nullptr) return nullptr;
-    ByteSet stops(delims);
-    while (stops.Contains(*text)) ++text;
-    stops.Add(0);
-    char* end = text;
-    while (!stops.Contains(*end)) ++end;
+    while (*text != '\0' && utility::internal::IsDelimiter(*text, delims)) ++text;
+    char* const end = text + (utility::internal::FindTokenEnd(text, delims) - text);
     if (*end == '\0') {
         *next = nullptr;
     } else {

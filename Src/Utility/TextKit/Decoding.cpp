@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "CodeTrans/CodeMaps/EncodingCodes.h"
+#include "Internal/DoubleByteRuns.h"
 #include "Internal/Utf8Sequences.h"
 #include "Utility/TextKit/CodeMapTables.h"
 #include "Utility/TextKit/Encodings.h"
@@ -12,7 +13,7 @@ namespace {
 
 using namespace utility::internal;
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF", kUtf16LeMark = "\xFF\xFE";
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF", kUtf16LeMark = "\xFF\xFE", kUtf16BeMark = "\xFE\xFF";
 constexpr std::uint32_t kReplacementCharacter = 0xFFFD;
 
 // Text is written through a buffer of this many input bytes, each of which makes three bytes at most.
@@ -24,14 +25,6 @@ bool StartsWith(std::string_view text, std::string_view prefix) {
 
 void CountReplacement(Decoded& out, const char* place, std::string_view bytes) {
     if (out.replaced++ == 0) out.first_replaced = static_cast<std::size_t>(place - bytes.data());
-}
-
-char* CopyAscii(const char*& pos, const char* end, char* out) {
-    const char* const run_end = SkipAscii(pos, end);
-    const auto length = static_cast<std::size_t>(run_end - pos);
-    std::memcpy(out, pos, length);
-    pos = run_end;
-    return out + length;
 }
 
 // Runs `step(pos, end_of_block, out)` over blocks of the bytes. A step may read on to the end of the text, by three bytes
@@ -72,26 +65,36 @@ bool IsGb18030FourByte(const char* pos, const char* end) {
 
 class DoubleByteDecoder {
 public:
-    DoubleByteDecoder(std::string_view bytes, const std::uint16_t* grid, bool gbk, Decoded& decoded)
-        : bytes_(bytes), grid_(grid), gbk_(gbk), decoded_(decoded) {}
+    // `plane_2`: whether the codes of Big5 for plane 2 are known.
+    DoubleByteDecoder(std::string_view bytes, const PairTable<std::uint32_t>& table, bool gbk, bool plane_2,
+                      Decoded& decoded)
+        : bytes_(bytes), table_(table), gbk_(gbk), plane_2_(plane_2), decoded_(decoded) {}
 
     void Run() {
-        const char* const end = bytes_.data() + bytes_.size();
-        DecodeBlocks(bytes_, decoded_.text, [this, end](const char*& pos, const char* block_end, char*& out) {
-            if (IsAscii(ToByte(*pos))) {
-                out = CopyAscii(pos, block_end, out);
-                return;
+        const char *pos = bytes_.data(), *const end = pos + bytes_.size();
+        while (pos != end) {
+            char block[kBlock + Utf8PairWriter::kSlack];
+            Utf8PairWriter writer(table_, block, block + kBlock);
+            const auto decode_rare = [&](const char*& place) {
+                DecodeRare(place, end, writer.out());
+                return true;
+            };
+            pos = ReadDoubleByteRuns(pos, end, writer, decode_rare);
+            // The last bytes.
+            while (pos != end && writer.HasRoom()) {
+                const std::uint32_t known = end - pos > 1 ? table_[PairIndex(ToByte(pos[0]), ToByte(pos[1]))] : 0;
+                if (IsAscii(ToByte(*pos))) {
+                    writer.One(ToByte(*pos++));
+                } else if (known != 0) {
+                    StoreWord(known, writer.out());
+                    writer.out() += known >> 24;
+                    pos += 2;
+                } else {
+                    decode_rare(pos);
+                }
             }
-            const unsigned row = ToByte(*pos) - kFirstGbkLead;
-            const unsigned cell = pos + 1 < end ? ToByte(pos[1]) - kFirstGbkTrail : kGbkTrails;
-            const std::uint32_t code_point = row < kGbkLeads && cell < kGbkTrails ? grid_[row * kGbkTrails + cell] : 0;
-            if (code_point != 0) {
-                out = WriteUtf8(code_point, out);
-                pos += 2;
-            } else {
-                DecodeRare(pos, end, out);
-            }
-        });
+            decoded_.text.append(block, writer.out());
+        }
     }
 
 private:
@@ -110,6 +113,12 @@ private:
             pos += 2;
             return;
         }
+        const std::uint32_t beyond = plane_2_ && end - pos > 1 ? Big5ToPlane2(TwoByteCode(lead, ToByte(pos[1]))) : 0;
+        if (beyond != 0) {
+            out = WriteUtf8(beyond, out);
+            pos += 2;
+            return;
+        }
         CountReplacement(decoded_, pos, bytes_);
         out = WriteUtf8(kReplacementCharacter, out);
         if (gbk_ && IsGb18030FourByte(pos, end)) {
@@ -123,8 +132,8 @@ private:
     }
 
     std::string_view bytes_;
-    const std::uint16_t* grid_;
-    bool gbk_;
+    const PairTable<std::uint32_t>& table_;
+    bool gbk_, plane_2_;
     Decoded& decoded_;
 };
 
@@ -142,13 +151,15 @@ void DecodeUtf8(std::string_view bytes, Decoded& decoded) {
     }
 }
 
-void DecodeUtf16Le(std::string_view bytes, Decoded& decoded) {
-    const std::string_view content = StartsWith(bytes, kUtf16LeMark) ? bytes.substr(kUtf16LeMark.size()) : bytes;
+// `load` reads a unit of two bytes.
+template <typename Load>
+void DecodeUtf16(std::string_view bytes, std::string_view mark, Decoded& decoded, Load load) {
+    const std::string_view content = StartsWith(bytes, mark) ? bytes.substr(mark.size()) : bytes;
     const char* const end = content.data() + content.size();
     const auto is_surrogate = [](unsigned unit, unsigned first) { return (unit & 0xFC00) == first; };
     DecodeBlocks(content, decoded.text, [&](const char*& pos, const char*, char*& out) {
-        const unsigned unit = end - pos > 1 ? LoadUcs2(pos) : 0;
-        const unsigned next = end - pos > 3 ? LoadUcs2(pos + 2) : 0;
+        const unsigned unit = end - pos > 1 ? load(pos) : 0;
+        const unsigned next = end - pos > 3 ? load(pos + 2) : 0;
         const bool high = is_surrogate(unit, 0xD800);
         if (high && is_surrogate(next, 0xDC00)) {
             out = WriteUtf8(0x10000 + ((unit & 0x3FF) << 10 | (next & 0x3FF)), out);
@@ -163,6 +174,39 @@ void DecodeUtf16Le(std::string_view bytes, Decoded& decoded) {
             pos += 2;
         }
     });
+}
+
+constexpr unsigned LoadBigEndianUnit(const char* bytes) {
+    return TwoByteCode(ToByte(bytes[0]), ToByte(bytes[1]));
+}
+
+// Big-endian UTF-16 shows itself by a NUL in front of every ASCII character, with which markup begins: the number of such
+// pairs at the beginning where they are three of four, else 0.
+int LeadingBigEndianAscii(std::string_view bytes) {
+    constexpr std::size_t kProbe = 64;
+    const std::size_t pairs = std::min(bytes.size(), kProbe) / 2;
+    int ascii_pairs = 0;
+    for (std::size_t i = 0; i < pairs; ++i) ascii_pairs += bytes[2 * i] == '\0' && ToByte(bytes[2 * i + 1]) - 1u < 0x7F;
+    return pairs >= 2 && static_cast<std::size_t>(ascii_pairs) * 4 >= pairs * 3 ? ascii_pairs : 0;
+}
+
+// What a verdict for UTF-16 without a mark is worth: the detector gives no weight to ASCII, so a single odd byte can make
+// it of an English page; and it knows no big-endian text.
+Encoding CheckUtf16(std::string_view bytes) {
+    std::size_t pairs = 0, ascii_pairs = 0, high_first = 0, high_second = 0;
+    const auto is_text = [](unsigned char byte) {
+        return byte == '\t' || byte == '\r' || byte == '\n' || byte - 0x20u < 0x5F;
+    };
+    // The upper halves of most units of Chinese text and markup.
+    const auto is_upper = [](unsigned char b) { return b == 0 || b == 0x30 || (b >= 0x4E && b <= 0x9F) || b == 0xFF; };
+    for (std::size_t pos = 0; pos + 1 < bytes.size(); pos += 2, ++pairs) {
+        const unsigned char first = ToByte(bytes[pos]), second = ToByte(bytes[pos + 1]);
+        ascii_pairs += is_text(first) && is_text(second);
+        high_first += is_upper(first);
+        high_second += is_upper(second);
+    }
+    if (ascii_pairs * 2 > pairs) return Encoding::kUnknown;
+    return high_first > high_second + pairs / 4 ? Encoding::kUtf16Be : Encoding::kUtf16Le;
 }
 
 Encoding EncodingOfCode(int code) {
@@ -191,17 +235,21 @@ bool IsAsciiWithoutNul(std::string_view bytes) {
 Detection Detect(std::string_view bytes, const CodeMaps& maps) {
     using namespace std::string_view_literals;
     if (StartsWith(bytes, kUtf8Mark)) return {Encoding::kUtf8, 1};
-    for (const std::string_view foreign : {"\xFF\xFE\0\0"sv, "\0\0\xFE\xFF"sv, "\xFE\xFF"sv})
-        if (StartsWith(bytes, foreign)) return {};
+    if (StartsWith(bytes, "\xFF\xFE\0\0"sv) || StartsWith(bytes, "\0\0\xFE\xFF"sv)) return {};  // UTF-32
     if (StartsWith(bytes, kUtf16LeMark)) return {Encoding::kUtf16Le, 1};
+    if (StartsWith(bytes, kUtf16BeMark)) return {Encoding::kUtf16Be, 1};
     if (IsAsciiWithoutNul(bytes)) return {Encoding::kUtf8, 1};
 
-    const DetectionResult found = DetectEncoding(maps.tables().detector, bytes.data(), bytes.size());
-    const Encoding encoding = EncodingOfCode(found.encoding);
+    const auto confidence = [](std::int64_t lead) {
+        constexpr double kHalfSureLead = 12;
+        return static_cast<double>(lead) / (static_cast<double>(lead) + kHalfSureLead);
+    };
+    if (const int pairs = LeadingBigEndianAscii(bytes)) return {Encoding::kUtf16Be, confidence(pairs)};
+    const DetectionResult found = DetectEncoding(DetectorOf(maps.tables()), bytes.data(), bytes.size());
+    Encoding encoding = EncodingOfCode(found.encoding);
+    if (encoding == Encoding::kUtf16Le && !found.declared) encoding = CheckUtf16(bytes);
     if (encoding == Encoding::kUnknown) return {};
-    constexpr double kHalfSureLead = 20;
-    const auto lead = static_cast<double>(found.lead);
-    return {encoding, found.declared ? 1 : lead / (lead + kHalfSureLead)};
+    return {encoding, found.declared ? 1 : confidence(found.lead)};
 }
 
 Decoded Decode(std::string_view bytes, Encoding encoding, const CodeMaps& maps) {
@@ -212,13 +260,16 @@ Decoded Decode(std::string_view bytes, Encoding encoding, const CodeMaps& maps) 
     decoded.text.reserve(bytes.size() + (grows ? bytes.size() / 2 : 0));
     switch (encoding) {
         case Encoding::kGbk:
-            DoubleByteDecoder(bytes, maps.tables().gbk.to_unicode, true, decoded).Run();
+            DoubleByteDecoder(bytes, *maps.tables().gbk.to_utf8, true, false, decoded).Run();
             break;
         case Encoding::kBig5:
-            DoubleByteDecoder(bytes, maps.tables().big5.to_unicode, false, decoded).Run();
+            DoubleByteDecoder(bytes, *maps.tables().big5.to_utf8, false, maps.tables().big5_plane_2, decoded).Run();
             break;
         case Encoding::kUtf16Le:
-            DecodeUtf16Le(bytes, decoded);
+            DecodeUtf16(bytes, kUtf16LeMark, decoded, LoadUcs2);
+            break;
+        case Encoding::kUtf16Be:
+            DecodeUtf16(bytes, kUtf16BeMark, decoded, LoadBigEndianUnit);
             break;
         default:
             DecodeUtf8(bytes, decoded);

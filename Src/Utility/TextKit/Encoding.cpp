@@ -78,9 +78,10 @@ void CopyRun(const char* pos, const char* run_end, char*& out) {
     out += length;
 }
 
-void EncodeDoubleByte(Encoder encoder, const std::uint16_t* codes) {
-    encoder.Run(CopyRun, [codes](std::uint32_t code_point, char*& out) {
-        const unsigned code = code_point <= 0xFFFF ? codes[code_point] : 0;
+// `plane_2`: whether the codes of Big5 for plane 2 are known.
+void EncodeDoubleByte(Encoder encoder, const std::uint16_t* codes, bool plane_2) {
+    encoder.Run(CopyRun, [codes, plane_2](std::uint32_t code_point, char*& out) {
+        const unsigned code = code_point <= 0xFFFF ? codes[code_point] : plane_2 ? Plane2ToBig5(code_point) : 0;
         if (code == 0) return false;
         if (code > 0xFF) *out++ = ToChar(code >> 8);
         *out++ = ToChar(code & 0xFF);
@@ -88,9 +89,9 @@ void EncodeDoubleByte(Encoder encoder, const std::uint16_t* codes) {
     });
 }
 
-void EncodeUtf16Le(Encoder encoder) {
-    const auto write_unit = [](unsigned unit, char*& out) {
-        StoreUcs2(unit, out);
+void EncodeUtf16(Encoder encoder, bool high_byte_first) {
+    const auto write_unit = [high_byte_first](unsigned unit, char*& out) {
+        StoreUcs2(high_byte_first ? (unit & 0xFF) << 8 | unit >> 8 : unit, out);
         out += 2;
     };
     encoder.Run(
@@ -111,17 +112,19 @@ void EncodeUtf16Le(Encoder encoder) {
 
 Encoded Encode(std::string_view utf8_text, Encoding encoding, Unmappable unmappable, const CodeMaps& maps) {
     Encoded encoded;
-    encoded.bytes.reserve(utf8_text.size() * (encoding == Encoding::kUtf16Le ? 2 : 1));
+    encoded.bytes.reserve(utf8_text.size() *
+                          (encoding == Encoding::kUtf16Le || encoding == Encoding::kUtf16Be ? 2 : 1));
     Encoder encoder(utf8_text, unmappable, encoded);
     switch (encoding) {
         case Encoding::kGbk:
-            EncodeDoubleByte(encoder, maps.tables().gbk.to_code);
+            EncodeDoubleByte(encoder, maps.tables().gbk.to_code, false);
             break;
         case Encoding::kBig5:
-            EncodeDoubleByte(encoder, maps.tables().big5.to_code);
+            EncodeDoubleByte(encoder, maps.tables().big5.to_code, maps.tables().big5_plane_2);
             break;
         case Encoding::kUtf16Le:
-            EncodeUtf16Le(encoder);
+        case Encoding::kUtf16Be:
+            EncodeUtf16(encoder, encoding == Encoding::kUtf16Be);
             break;
         default:
             encoder.Run(CopyRun, [](std::uint32_t code_point, char*& out) {

@@ -19,6 +19,7 @@ enum class Element : std::uint8_t {
     kBlock,      // ends the line before and behind it
     kLineBreak,  // ends a line each time
     kVerbatim,   // a block whose blanks and line ends are text
+    kImage,      // a blank, and the text that stands for it where it cannot be seen
     kTitle,      // a block without markup in it
     kTextArea,   // a verbatim block without markup in it
     kScript,     // no text in it
@@ -45,6 +46,7 @@ public:
         Add(kInlines, Element::kInline);
         Add("br", Element::kLineBreak);
         Add("pre listing xmp", Element::kVerbatim);
+        Add("img", Element::kImage);
         Add("title", Element::kTitle);
         Add("textarea", Element::kTextArea);
         Add("script", Element::kScript);

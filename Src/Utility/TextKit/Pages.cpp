@@ -3,11 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "Internal/AsciiCase.h"
 #include "Internal/Utf8Sequences.h"
 #include "Utility/TextKit/HtmlElements.h"
 #include "Utility/TextKit/References.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace textkit {
 
@@ -16,6 +21,7 @@ namespace {
 using namespace utility::internal;
 
 constexpr std::size_t kNone = std::string_view::npos;
+constexpr std::string_view kBlanksAndSlash = "/ \t\n\r\f";
 
 enum class ByteClass : std::uint8_t { kPlain, kBlank, kHigh, kMarkup, kReference, kNul };
 
@@ -52,9 +58,7 @@ private:
     std::size_t Search(std::size_t from) const {
         for (std::size_t pos = text_.find(wanted_[0], from); pos != kNone; pos = text_.find(wanted_[0], pos + 1)) {
             const std::string_view candidate = text_.substr(pos, wanted_.size());
-            if (std::equal(candidate.begin(), candidate.end(), wanted_.begin(), wanted_.end(),
-                           [](char a, char b) { return ToAsciiLower(ToByte(a)) == ToByte(b); }))
-                return pos;
+            if (EqualsIgnoringAsciiCase(candidate, wanted_)) return pos;
         }
         return kNone;
     }
@@ -118,7 +122,7 @@ private:
     void WriteGap(std::string_view next) {
         constexpr std::size_t kMostLineEnds = 2;
         if (!text_.empty()) {
-            text_.append(std::min(line_ends_, kMostLineEnds), '\n');
+            for (std::size_t i = 0; i < std::min(line_ends_, kMostLineEnds); ++i) text_ += '\n';
             if (blank_ && line_ends_ == 0 && verbatim_blanks_.empty() &&
                 !(soft_ && EndsWide(text_) && StartsWide(next)))
                 text_ += ' ';
@@ -185,14 +189,18 @@ private:
         while (pos_ < html_.size()) {
             const ByteClass kind = ClassOf(html_[pos_]);
             if (kind == ByteClass::kPlain) {
-                ++pos_;
+                SkipWords();
             } else if (kind == ByteClass::kHigh) {
-                sequence = ReadUtf8Sequence(html_.data() + pos_, html_.size() - pos_);
+                const char *const high = html_.data() + pos_, *const end = html_.data() + html_.size();
+                if (const char* const behind = SkipThreeByteSequences(high, end); behind != high) {
+                    pos_ += static_cast<std::size_t>(behind - high);
+                    continue;
+                }
+                sequence = ReadUtf8Sequence(high, static_cast<std::size_t>(end - high));
                 if (!sequence.valid || IsNoBreakSpace()) break;
                 pos_ += sequence.length;
-            } else if (html_[pos_] == ' ' && pos_ > start && pos_ + 1 < html_.size() &&
-                       ClassOf(html_[pos_ + 1]) == ByteClass::kPlain) {
-                pos_ += 2;  // one blank between words
+            } else if (html_[pos_] == ' ' && pos_ > start && IsTextAt(pos_ + 1)) {
+                ++pos_;  // one blank between words
             } else {
                 break;
             }
@@ -206,9 +214,51 @@ private:
         }
     }
 
-    bool IsNoBreakSpace() const { return html_.compare(pos_, 2, "\xC2\xA0") == 0; }
+    // Steps over the byte at `pos_`, which is plain, and those behind it that are, with one blank between two of them.
+    void SkipWords() {
+        ++pos_;
+#ifdef __SSE2__
+        // The last byte of a block is left for the next one, as the byte behind it tells whether a blank ends the words.
+        constexpr std::size_t kBlock = 16;
+        while (html_.size() - pos_ >= kBlock) {
+            const unsigned stops = StopsInBlock(html_.data() + pos_) & 0x7FFF;
+            pos_ += stops == 0 ? kBlock - 1 : static_cast<std::size_t>(__builtin_ctz(stops));
+            if (stops != 0) return;
+        }
+#endif
+        while (pos_ < html_.size() && ClassOf(html_[pos_]) == ByteClass::kPlain) ++pos_;
+    }
 
-    bool KeepsLines() const { return verbatim_depth_ > 0 || !seen_markup_; }
+#ifdef __SSE2__
+    // A bit for each of 16 bytes: those that are neither plain nor a blank in front of a plain byte.
+    static unsigned StopsInBlock(const char* block) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
+        const auto are = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+        // Compared as signed numbers, high bytes are below all others. Bytes up to 13 count as blanks, which is looked at again.
+        const __m128i low_or_high = _mm_cmplt_epi8(bytes, _mm_set1_epi8(14));
+        const __m128i markup = _mm_or_si128(are('<'), are('&'));
+        const auto others = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(low_or_high, markup)));
+        const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(are(' ')));
+        return others | (blanks & (others | blanks) >> 1);
+    }
+#endif
+
+    // Whether a character stands there that no blank becomes one with; it may be malformed.
+    bool IsTextAt(std::size_t pos) const {
+        if (pos == html_.size()) return false;
+        const ByteClass kind = ClassOf(html_[pos]);
+        return kind == ByteClass::kPlain || (kind == ByteClass::kHigh && html_[pos] != '\xC2');
+    }
+    bool IsAt(std::size_t pos, char c) const {
+        return pos < html_.size() && html_[pos] == c;
+    }
+    bool IsNoBreakSpace() const {
+        return IsAt(pos_, '\xC2') && IsAt(pos_ + 1, '\xA0');
+    }
+
+    bool KeepsLines() const {
+        return verbatim_depth_ > 0 || !seen_markup_;
+    }
 
     // A blank that is no line end of the source.
     void AddBlank(char blank) {
@@ -223,7 +273,7 @@ private:
         bool line_end = false;
         for (; pos_ < html_.size() && ClassOf(html_[pos_]) == ByteClass::kBlank; ++pos_) {
             const char blank = html_[pos_];
-            if (blank == '\r' && html_.compare(pos_ + 1, 1, "\n") == 0) continue;
+            if (blank == '\r' && IsAt(pos_ + 1, '\n')) continue;
             if (blank == '\n' || blank == '\r') {
                 line_end = true;
                 if (KeepsLines()) writer_.BreakLine();
@@ -266,7 +316,7 @@ private:
         }
         const std::string_view rest = html_.substr(pos_);
         const std::size_t name_at = rest.size() > 1 && rest[1] == '/' ? 2 : 1;
-        if (rest.compare(0, 4, "<!--") == 0) {
+        if (IsAt(pos_ + 1, '!') && rest.compare(0, 4, "<!--") == 0) {
             SkipBehind(comment_end_.Find(pos_ + 2), 3);  // "<!-->" is a whole comment
         } else if (rest.size() > 1 && (rest[1] == '!' || rest[1] == '?')) {
             SkipBehind(tag_end_.Find(pos_), 1);
@@ -295,7 +345,43 @@ private:
             ++name_end;
         const std::size_t end = TagEnd(name_end);
         SkipBehind(end, 0);
-        if (end != kNone) ApplyTag(kElements.Find(html_.substr(name_start, name_end - name_start)), name_at == 1);
+        if (end == kNone) return;
+        const Element element = kElements.Find(html_.substr(name_start, name_end - name_start));
+        ApplyTag(element, name_at == 1);
+        if (element == Element::kImage) ReadAlternative(name_end, end);
+    }
+
+    // The value of an attribute "alt" of the tag whose attributes stand from `pos` to `end`, as text between blanks.
+    void ReadAlternative(std::size_t pos, std::size_t end) {
+        const std::string_view tag = html_.substr(0, end);
+        const auto skip = [&](std::string_view bytes) { pos = std::min(tag.find_first_not_of(bytes, pos), end); };
+        for (skip(kBlanksAndSlash); pos < end && tag[pos] != '>' && tag[pos] != '<'; skip(kBlanksAndSlash)) {
+            const std::size_t name = pos;
+            pos = std::min(tag.find_first_of(" \t\n\r\f/>=", pos + 1), end);
+            const bool alternative = pos - name == 3 && EqualsIgnoringAsciiCase(tag.substr(name, 3), "alt");
+            skip(kBlanksAndSlash.substr(1));
+            if (pos == end || tag[pos] != '=') continue;
+            ++pos;
+            skip(kBlanksAndSlash.substr(1));
+            const bool quoted = pos < end && (tag[pos] == '"' || tag[pos] == '\'');
+            const std::size_t start = quoted ? pos + 1 : pos;
+            const std::size_t value_end = quoted ? tag.find(tag[pos], start) : tag.find_first_of(" \t\n\r\f>", start);
+            if (quoted && value_end == kNone) return;  // a forgotten quote
+            pos = std::min(value_end, end);
+            if (alternative) return ReadPlain(start, pos);
+            pos += quoted && pos < end;
+        }
+    }
+
+    // Reads part of a tag as text without markup and goes on behind the tag.
+    void ReadPlain(std::size_t start, std::size_t end) {
+        const std::string_view html = std::exchange(html_, html_.substr(0, end));
+        const std::size_t behind = std::exchange(pos_, start), plain_end = std::exchange(plain_end_, end);
+        while (pos_ < html_.size()) Step();
+        writer_.AddBlank();
+        html_ = html;
+        pos_ = behind;
+        plain_end_ = plain_end;
     }
 
     void ApplyTag(Element element, bool opens) {
@@ -337,8 +423,8 @@ private:
         }
         ++verbatim_depth_;
         // A line end right behind the tag is none of the text.
-        if (html_.compare(pos_, 1, "\r") == 0) ++pos_;
-        if (html_.compare(pos_, 1, "\n") == 0) ++pos_;
+        if (IsAt(pos_, '\r')) ++pos_;
+        if (IsAt(pos_, '\n')) ++pos_;
     }
 
     // In a title and the like tags are text, references are not. Without a closing tag everything is markup.

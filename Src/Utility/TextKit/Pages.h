@@ -15,7 +15,7 @@ namespace textkit {
  *
  * Markup, comments and the content of scripts and styles are gone, references decoded. A block element (paragraph, heading,
  * list item, table row, …) stands on lines of its own; "<br>" ends a line. Elements inside a sentence ("<b>", "<a>") and
- * comments leave nothing; any other, such as a table cell or an image, a blank. Runs of blanks, line ends and U+00A0 are one
+ * comments leave nothing; any other, such as a table cell, a blank, and an image the text of its attribute "alt" as well. Runs of blanks, line ends and U+00A0 are one
  * blank, and none at the ends of a line; a line end between two Chinese characters leaves nothing. Within "<pre>" and
  * "<textarea>" blanks and line ends stay, and line ends also in front of the first tag (a text without markup keeps its
  * lines); within "<title>" and "<textarea>" tags are text. At most one empty line in a row, none at the start or the end.

@@ -47,12 +47,6 @@ unsigned DigitValue(char c, unsigned base) {
     return base == 16 && letter < 6 ? letter + 10 : base;
 }
 
-std::uint32_t CodePointOfNumber(std::uint32_t number) {
-    if (number >= 0x80 && number < 0xA0 && kWindows1252[number - 0x80] != 0) return kWindows1252[number - 0x80];
-    const bool none = number == 0 || number > 0x10FFFF || (number >= 0xD800 && number < 0xE000);
-    return none ? 0xFFFD : number;
-}
-
 Reference ReadNumber(std::string_view text) {
     const bool hexadecimal = text.size() > 2 && (text[2] == 'x' || text[2] == 'X');
     const unsigned base = hexadecimal ? 16 : 10;
@@ -95,6 +89,12 @@ Reference ReadName(std::string_view text) {
 }
 
 }  // namespace
+
+std::uint32_t CodePointOfNumber(std::uint32_t number) {
+    if (number >= 0x80 && number < 0xA0 && kWindows1252[number - 0x80] != 0) return kWindows1252[number - 0x80];
+    const bool none = number == 0 || number > 0x10FFFF || (number >= 0xD800 && number < 0xE000);
+    return none ? 0xFFFD : number;
+}
 
 Reference ReadReference(std::string_view text) {
     return text.size() > 1 && text[1] == '#' ? ReadNumber(text) : ReadName(text);

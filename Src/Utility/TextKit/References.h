@@ -4,6 +4,7 @@
 // One character reference of HTML: "&amp;", "&#20013;", "&#x4E2D;".
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace utility::internal {
@@ -17,6 +18,10 @@ struct Reference {
 
 // Reads the reference at the start of `text`, which starts with '&'. Names are read in bounded time, numbers to their end.
 Reference ReadReference(std::string_view text);
+
+// The character that a reference to a number stands for: 128 to 159 are the characters of Windows-1252, and what is no
+// character is U+FFFD.
+std::uint32_t CodePointOfNumber(std::uint32_t number);
 
 }  // namespace utility::internal
 

@@ -92,6 +92,41 @@ TEST(ConversionTest, WritesTheShapesAndNoMore) {
     }
 }
 
+// A character at a time, with maps that differ in every entry, against what takes several at a time.
+TEST(ConversionTest, DecodesRunsAsCharacterByCharacter) {
+    std::mt19937 random(1);
+    std::string file = DataFileBytes({});
+    std::generate_n(file.begin(), kMapsSize, [&] { return static_cast<char>(random()); });
+    ASSERT_EQ(Load(file), 0);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text =
+            RandomRuns(random, {"a b z", "\xD6\xD0 \xB0\xA1 \x81\x40", "\x80 \xFF \n a\xFE", "a \xB0\xC4"});
+        const int encoding = 2 + round % 2;
+        const std::size_t size = random() % 3 == 0 ? random() % (2 * text.size() + 2) : 2 * text.size();
+        std::string expected;
+        std::size_t errors = 0;
+        for (std::size_t pos = 0; pos < text.size() && expected.size() + 2 <= size; ++pos) {
+            const auto lead = static_cast<unsigned char>(text[pos]);
+            if (lead < 0x80) {
+                expected.append({text[pos], '\0'});
+            } else if (pos + 1 == text.size()) {
+                expected += "\xFF\xFE";
+                ++errors;
+            } else {
+                const auto trail = static_cast<unsigned char>(text[++pos]);
+                const int entry = (trail > 0x40 ? trail - 0x40 : 0) * 128 + (lead & 0x7F);
+                expected += file.substr(static_cast<std::size_t>((encoding == 3 ? 24576 : 0) + entry) * 2, 2);
+            }
+        }
+        unsigned long length = size, result = 0;
+        const std::string output = Written(GBKBig5_ToUnicode, encoding, text, text.size(), size, length, result);
+        ASSERT_EQ(Hex(output), Hex(expected + std::string(size - expected.size(), 'x'))) << Hex(text);
+        ASSERT_EQ(length, expected.size());
+        ASSERT_EQ(CodeTrans_iTransErrCnt, errors);
+    }
+    CodeTrans_Destroy();
+}
+
 TEST(ConversionTest, NullInputIsEmpty) {
     ASSERT_EQ(CodeTrans_Initialize(UTILITY_TEST_DATA_FILE), 0);
     for (const auto convert : {CodeTrans_ToUnicode, CodeTrans_ToUtf8, CodeTrans_ToAnsi, GBKBig5_ToUnicode}) {

@@ -1,6 +1,7 @@
 #include "CodeTrans/Primitives/LocaleRoute.h"
 
 #include "CodeTrans/Primitives/ConversionSupport.h"
+#include "CodeTrans/Primitives/Utf8.h"
 #include "Support/TestSupport.h"
 
 namespace {
@@ -62,6 +63,72 @@ TEST(LocaleRouteTest, GivesTheSameWithAndWithoutTheLocale) {
     EXPECT_TRUE(by_locale == by_table);
 }
 
+// What the C library makes of the text by itself: count or error value, and what its cleared buffer holds.
+bool IsTheCLibrarys(const std::string& gbk) {
+    std::wstring buffer(gbk.size() + 1, L'\0'), wide = L"stale";
+    const std::size_t count = std::mbstowcs(buffer.data(), gbk.c_str(), gbk.size());
+    return ANSIToUnicode(gbk, wide) == count && wide == buffer.c_str();
+}
+bool IsTheCLibrarys(const std::wstring& wide) {
+    std::string buffer(6 * wide.size() + 1, '\0'), gbk = "stale";
+    const std::size_t count = std::wcstombs(buffer.data(), wide.c_str(), 6 * wide.size());
+    return UnicodeToANSI(wide, gbk) == count && gbk == buffer.c_str();
+}
+
+// Every text of two bytes, and those behind or before every other byte of `others`.
+void CheckShortTexts(const std::string& others) {
+    ASSERT_NE(std::setlocale(LC_ALL, "zh_CN.gbk"), nullptr);
+    for (unsigned pair = 0; pair < 0x10000; ++pair) {
+        const std::string text = {static_cast<char>(pair >> 8), static_cast<char>(pair & 0xFF)};
+        ASSERT_TRUE(IsTheCLibrarys(text)) << pair;
+        for (const char other : others) {
+            ASSERT_TRUE(IsTheCLibrarys(text + other)) << pair << ' ' << int{other};
+            ASSERT_TRUE(IsTheCLibrarys(other + text)) << pair << ' ' << int{other};
+        }
+    }
+}
+
+TEST(LocaleRouteTest, GivesWhatTheCLibraryGives) {
+    SKIP_WITHOUT_GBK_LOCALE();
+    CheckShortTexts("a\x80\xD6\xFF");
+    for (std::uint32_t c = 0; c < 0x12000; ++c) {
+        const auto character = static_cast<wchar_t>(c < 0x11000 ? c : c - 0x11000 + 0xE0000 - 0x800);
+        ASSERT_TRUE(IsTheCLibrarys(std::wstring{character}) && IsTheCLibrarys(std::wstring{0x4E2D, character, 'z'}))
+            << c;
+    }
+    // Longer ones: a wrong byte or character here and there, or none.
+    std::mt19937 random(5);
+    const std::vector<std::string> groups = {"a b z", "\xD6\xD0 \xB0\xA1 \x81\x40", "a \xC4\xE3 b"};
+    for (int round = 0; round < 30000; ++round) {
+        std::string gbk;
+        for (const std::size_t size = round % 50 == 0 ? 3000 : random() % 80; gbk.size() < size;)
+            gbk += test_support::RandomRuns(random, groups);
+        if (!gbk.empty() && random() % 2 == 0) gbk[random() % gbk.size()] = static_cast<char>(random());
+        ASSERT_TRUE(IsTheCLibrarys(gbk)) << test_support::Hex(gbk);
+        std::wstring wide;
+        ANSIToUnicode(gbk, wide);
+        if (!wide.empty() && random() % 2 == 0)
+            wide[random() % wide.size()] = static_cast<wchar_t>(random() >> random() % 32);
+        ASSERT_TRUE(IsTheCLibrarys(wide)) << round;
+        // By way of UTF-8 and back, as the two steps do it.
+        std::string utf8, back, expected;
+        ANSIToUTF8(gbk.c_str(), utf8);
+        ANSIToUnicode(gbk, wide);
+        ASSERT_EQ(utf8, unicode_to_utf8(wide));
+        UTF8ToANSI(utf8.c_str(), back);
+        UnicodeToANSI(utf8_to_unicode(utf8.c_str()), expected);
+        ASSERT_EQ(back, expected);
+    }
+}
+
+// Half a minute: --gtest_also_run_disabled_tests.
+TEST(LocaleRouteTest, DISABLED_GivesWhatTheCLibraryGivesForEveryThreeBytes) {
+    SKIP_WITHOUT_GBK_LOCALE();
+    std::string all;
+    for (unsigned byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+    CheckShortTexts(all);
+}
+
 // All of GBK in one text, there and back, and texts that are cut where GBK ends.
 void CheckTexts() {
     std::string all_gbk, text;
@@ -91,6 +158,7 @@ TEST(LocaleRouteTest, TrustsTheConversionRatherThanTheName) {
     EXPECT_EQ(PrintedBy(CheckTexts), std::string(kMessage) + kMessage + kMessage);
     uselocale(before);
     freelocale(plain);
+    EXPECT_EQ(PrintedBy(CheckTexts), "");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "CodeTrans/Primitives/Dump.h"
 #include "CodeTrans/Primitives/TableRoute.h"
 #include "Internal/Bytes.h"
+#include "Internal/Utf8Encoding.h"
 #include "Support/TestSupport.h"
 
 namespace {
@@ -89,6 +90,67 @@ TEST(Utf8Test, SkipsOrReadsMalformedText) {
     EXPECT_EQ(DecodeIntoBuffer("a\xC0\x80z", 3), std::wstring(L"a\0z", 3));
     EXPECT_EQ(UtfStr2Unicode("\xEF\xBB\xBF\xEF\xBB\xBF\xE4\xB8\xAD"), L"\xFEFF\x4E2D");
     EXPECT_EQ(UtfStr2Unicode(Exactly(std::string("\xEF\xBB\0", 3)).data()), L"");
+}
+
+// What the rules say, a character at a time: the code points of UTF-8 read leniently or strictly.
+std::wstring DecodeSlowly(const std::string& utf8, bool strict) {
+    std::wstring wide;
+    for (std::size_t pos = 0; pos < utf8.size();) {
+        const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[pos + i]); };
+        const std::size_t length = byte(0) < 0x80   ? 1
+                                   : byte(0) < 0xC0 ? 0
+                                   : byte(0) < 0xE0 ? 2
+                                   : byte(0) < 0xF0 ? 3
+                                                    : 0;
+        bool right = length != 0 && length <= utf8.size() - pos;
+        for (std::size_t i = 1; right && strict && i < length; ++i) right = (byte(i) & 0xC0) == 0x80;
+        if (right) {
+            unsigned code_point = length == 1 ? byte(0) : byte(0) & (0x7Fu >> length);
+            for (std::size_t i = 1; i < length; ++i) code_point = code_point << 6 | (byte(i) & 0x3Fu);
+            wide += static_cast<wchar_t>(code_point);
+        }
+        pos += right ? length : 1;
+    }
+    return wide;
+}
+
+// Loops over runs of alike characters and the plain ones agree, in buffers with no room to spare.
+TEST(Utf8Test, ReadsAndWritesRunsAsCharacterByCharacter) {
+    std::mt19937 random(3);
+    const std::vector<std::string> groups = {"a b z",
+                                             "中 文 字",
+                                             "é © 中 a",
+                                             "中 \xE4\xB8 \xC3 a \x80 \xC0\x80",
+                                             "中 a 文b",
+                                             "\xED\xA0\x80 \xFF €",
+                                             "\x80 \xF0\x9F\x98\x80 中中中"};
+    for (int round = 0; round < 4000; ++round) {
+        std::string utf8;
+        for (const std::size_t size = round % 8 == 0 ? 1900 + random() % 500 : random() % 90; utf8.size() < size;)
+            utf8 += test_support::RandomRuns(random, groups);
+        const std::wstring lenient = DecodeSlowly(utf8, false), strict = DecodeSlowly(utf8, true);
+        ASSERT_EQ(DecodeIntoBuffer(utf8, lenient.size()), lenient) << Hex(utf8);
+        ASSERT_EQ(utf8_to_unicode(Exactly(utf8 + '\0').data()), lenient.substr(0, lenient.find(L'\0'))) << Hex(utf8);
+        ASSERT_EQ(DecodeIntoUnits(utf8, strict.size()), strict) << Hex(utf8);
+
+        std::wstring wide = lenient;
+        for (wchar_t& c : wide) c = random() % 50 == 0 ? static_cast<wchar_t>(random()) : c;
+        std::string plain(3 * wide.size() + 1, 'x');
+        const wchar_t* const end = wide.data() + wide.size();
+        plain.erase(static_cast<std::size_t>(utility::internal::EncodeBmpPlainly(wide.data(), end, plain.data()) -
+                                             plain.data()));
+        std::string expected;
+        for (const wchar_t c : wide) {
+            unsigned char one[6];
+            const int length = static_cast<std::uint32_t>(c) < 0x10000
+                                   ? unicode_to_utf8_one(static_cast<unsigned long>(c), one, 6)
+                                   : 0;
+            expected.append(one, one + length);
+        }
+        ASSERT_EQ(Hex(plain), Hex(expected));
+        ASSERT_EQ(Hex(EncodeIntoBuffer(wide)), Hex(expected));
+        ASSERT_EQ(Hex(unicode_to_utf8(wide)), Hex(expected.substr(0, expected.find('\0'))));
+    }
 }
 
 TEST(Utf8Test, EncodesOrDropsWhatIsNoBmpCharacter) {

@@ -53,7 +53,7 @@ TEST(FileCopying, ThreadsAppendToOneStream) {
     pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
     std::vector<std::thread> threads;
     std::map<std::string, int> blocks, expected;
-    for (const char letter : {'a', 'b', 'c', 'd'}) {
+    for (const char letter : {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'}) {
         expected[std::string(kBlock, letter)] = 400;
         threads.emplace_back([&destination, &mutex, block = std::string(kBlock, letter)] {
             const Stream source = StreamOf(block);

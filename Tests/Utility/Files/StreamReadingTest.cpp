@@ -38,8 +38,8 @@ TEST(StreamReading, TakesWordsUpToTheLimit) {
         expected.insert(expected.begin(), "before");
         EXPECT_EQ(ReadNWord(stream.get(), max_words, words), expected.size());
         EXPECT_EQ(words, expected);
-        char next[100] = {};
-        std::fread(next, 1, sizeof next - 1, stream.get());
+        char next[100];
+        next[std::fread(next, 1, sizeof next - 1, stream.get())] = '\0';
         EXPECT_EQ(next, rest);
     }
 }

@@ -46,6 +46,37 @@ TEST(SetOperations, AgreeWithTheAlgorithmsOfTheStandardLibrary) {
     }
 }
 
+// Long lists of every pair of lengths that one way to intersect or another is for; with equal elements and without.
+TEST(IntegerSets, IntersectionAgreesWithTheAlgorithmForAnyLengths) {
+    std::mt19937 random(1);
+    const auto sorted = [&](std::size_t count, unsigned limit, bool different) {
+        Values values(count);
+        for (int& value : values) value = static_cast<int>(std::int64_t{random() % limit} - limit / 2);
+        std::sort(values.begin(), values.end());
+        if (different) values.erase(std::unique(values.begin(), values.end()), values.end());
+        return values;
+    };
+    for (int round = 0; round < 2000; ++round) {
+        const std::size_t few = random() % 70, ratio = 1u << random() % 8;
+        const unsigned limit =
+            round % 5 == 0 ? 0xFFFFFFFF : static_cast<unsigned>(few * ratio * (1 + random() % 3) + 1);
+        Values a = sorted(few, limit, round % 2 == 0), b = sorted(few * ratio, limit, round % 3 == 0), common, expected;
+        if (round % 7 < 3) std::swap(a, b);
+        const int offset = round % 4 == 0 ? 0 : static_cast<int>(random() - 0x80000000) >> random() % 32;
+        std::vector<long> wide_a, wide_b(b.begin(), b.end()), wide;
+        for (const int value : a) wide_a.push_back(static_cast<long>(value) + offset);
+        // Half of the sums are put into b, where they fit.
+        for (const long value : wide_a)
+            if (random() % 2 == 0 && value == static_cast<int>(value)) wide_b.push_back(value);
+        std::sort(wide_b.begin(), wide_b.end());
+        b.assign(wide_b.begin(), wide_b.end());
+        std::set_intersection(wide_a.begin(), wide_a.end(), wide_b.begin(), wide_b.end(), std::back_inserter(wide));
+        for (const long value : wide) expected.push_back(static_cast<int>(value - offset));
+        EXPECT_EQ(Intersection(a, b, offset, common), expected.size());
+        ASSERT_EQ(common, expected) << "round " << round;
+    }
+}
+
 // The rule as it reads, for one run.
 bool MayBeMerged(const Sizes& run, bool balance) {
     Wide sum = run[0];

@@ -33,9 +33,9 @@ TEST(BufferManager, FreesTheOldestInBatchesAndAllOnRequest) {
 TEST(BufferManager, ThreadsShareOne) {
     CBufferManager manager;
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
+    for (int thread = 0; thread < 8; ++thread) {
         threads.emplace_back([&manager, thread] {
-            for (int i = 1; i <= 30000; ++i) {
+            for (int i = 1; i <= 20000; ++i) {
                 manager.AddBuffer("text");
                 if (i % 10000 == 3000 * thread) manager.ReleaseBuf(true);
             }

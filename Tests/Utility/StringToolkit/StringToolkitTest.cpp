@@ -6,6 +6,7 @@
 #include <cmath>
 #include <set>
 
+#include "Internal/SubstringSearch.h"
 #include "Support/TestSupport.h"
 #include "Utility.h"
 
@@ -230,6 +231,18 @@ TEST(StringToolkitTest, PrefixSearchesAgreeWithLookingAtEveryEntry) {
         for (std::string& entry : table) entry = words[random() % words.size()];
         std::sort(table.begin(), table.end());
         for (const std::string& text : words) CheckPrefixSearches(table, text);
+        // Out of order an entry may be missed; but what is found is there, and nothing behind an entry is read.
+        std::shuffle(table.begin(), table.end(), random);
+        std::vector<std::vector<char>> exact;
+        std::vector<const char*> entries;
+        for (const std::string& entry : table) exact.push_back(test_support::Exactly(entry + '\0'));
+        for (const std::vector<char>& entry : exact) entries.push_back(entry.data());
+        for (const std::string& text : words) {
+            long index;
+            const long bytes = MaxMatching(text.c_str(), entries.data(), entries.size(), &index);
+            const auto found = static_cast<std::size_t>(bytes);
+            EXPECT_TRUE(bytes == 0 || text.compare(0, found, table.at(static_cast<std::size_t>(index)), 0, found) == 0);
+        }
     }
     std::set<std::string> many;
     while (many.size() < 100000) many.insert("word" + std::to_string(random() % 1000000));
@@ -351,6 +364,50 @@ TEST(StringToolkitTest, HashesHaveTheirKnownValues) {
     EXPECT_EQ(_hf(large.c_str()), 381l * 5636441 * 5636442 / 2 - (1l << 32));
 }
 
+// The definitions, byte by byte, in integers that hold every term.
+Numbers HashesByDefinition(const std::string& text) {
+    std::uint32_t url = 0, quarters[4] = {};
+    std::uint64_t str = 0;
+    long hf = 0, k = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        url = url * 16 + static_cast<std::uint32_t>(static_cast<signed char>(c));
+        url = (url ^ (url & 0xF0000000) >> 24) & 0x0FFFFFFF;
+        quarters[k % 4] ^= byte;
+        hf += static_cast<signed char>(c) * 3l * ++k;
+        str = str * 31 + byte;
+    }
+    const std::uint32_t ip = quarters[0] | quarters[1] << 8 | quarters[2] << 16 | quarters[3] << 24;
+    return {url, static_cast<std::int32_t>(ip), std::labs(hf), static_cast<long>(str)};
+}
+
+TEST(StringToolkitTest, HashesAndSearchesAgreeWithTheirSlowForms) {
+    std::mt19937 random(1);
+    for (std::size_t bytes = 0; bytes < 300; ++bytes) {
+        const char least = bytes % 2 == 0 ? '\x01' : '\xF0';  // any bytes, or the highest ones alone
+        std::string text(bytes, least), pattern(2 + random() % 40, 'a');
+        for (char& c : text) c = static_cast<char>(static_cast<unsigned char>(c) + random() % (least == 1 ? 255 : 16));
+        const std::vector<char> exact = test_support::Exactly(text + '\0');
+        const Numbers hashes = {UrlHash(exact.data()), HfIp(exact.data()), _hf(exact.data()),
+                                static_cast<long>(Strhash(exact.data()))};
+        EXPECT_EQ(hashes, HashesByDefinition(text)) << Hex(text);
+
+        // Places that begin and end like the pattern, and are it or not.
+        for (char& c : text) c = random() % 8 == 0 ? 'b' : 'a';
+        for (std::size_t i = 1; i + 1 < pattern.size(); ++i) pattern[i] = random() % 8 == 0 ? 'b' : 'a';
+        const std::vector<char> block = test_support::Exactly(text);
+        const std::string_view view(block.data(), block.size());
+        for (std::size_t from = 0; from <= bytes + 1; ++from)
+            for (std::size_t size = 1; size <= pattern.size(); ++size)
+                ASSERT_EQ(utility::internal::FindFirst(view, pattern.substr(0, size), from),
+                          text.find(pattern.substr(0, size), from));
+    }
+    // Compared anew at every place, either pattern would take far too long.
+    const std::string megabyte(1 << 20, 'a'), half(1 << 19, 'a');
+    EXPECT_EQ(utility::internal::FindFirst(megabyte, half.substr(1) + "ba", 0), std::string::npos);
+    EXPECT_EQ(utility::internal::FindFirst(megabyte, "a" + half + "ba", 0), std::string::npos);
+}
+
 TEST(StringToolkitTest, ComputeSimRewardsCharactersInOrder) {
     // clang-format off
     const std::tuple<const char*, const char*, double> rows[] = {
@@ -363,12 +420,63 @@ TEST(StringToolkitTest, ComputeSimRewardsCharactersInOrder) {
     for (const auto& [a, b, similarity] : rows) EXPECT_DOUBLE_EQ(ComputeSim(a, b), similarity) << similarity;
 }
 
+// The definition for texts of which the first does not occur in the second, with a search for every character.
+double SimilarityByDefinition(const std::string& a, const std::string& b) {
+    double score = 0;
+    for (std::size_t i = 0, n, last = 0, found; i < a.size(); i += n) {
+        n = (a[i] & 0x80) != 0 && i + 1 < a.size() ? 2 : 1;
+        if ((found = b.find(a.substr(i, n), last)) != b.npos) {
+            score += static_cast<double>(n) * (found == last + n ? 1.0 : 0.9);
+            last = found;
+        } else if (b.find(a.substr(i, n)) != b.npos) {
+            score += static_cast<double>(n) * 0.6;
+        }
+    }
+    return score / static_cast<double>(b.size()) * score / static_cast<double>(a.size());
+}
+
+TEST(StringToolkitTest, ComputeSimAgreesWithItsDefinition) {
+    std::mt19937 random(1);
+    const auto text_of = [&](std::size_t bytes, std::size_t letters) {
+        std::string text(bytes, '\0');
+        for (char& c : text)
+            c = "\xD6\xD0"
+                "ab\xB9\xFA"
+                "c\x80"[random() % letters];
+        return text;
+    };
+    for (std::size_t round = 0; round < 3000; ++round) {
+        // Lengths around those where one way to search takes over from another.
+        const std::size_t b_bytes = round % 3 == 0 ? 1 + random() % 8 : 60 + random() % 75;
+        const std::string b = text_of(b_bytes, 4 + round % 5), a = text_of(1 + random() % 80, 5 + round % 4) + 'x';
+        EXPECT_EQ(ComputeSim(a.c_str(), b.c_str()), SimilarityByDefinition(a, b)) << Hex(a) << " | " << Hex(b);
+    }
+    for (const std::size_t b_bytes : std::initializer_list<std::size_t>{65535, 65536, 200000}) {
+        const std::string b = text_of(b_bytes, 7), a = text_of(3000, 8) + 'x';
+        EXPECT_EQ(ComputeSim(a.c_str(), b.c_str()), SimilarityByDefinition(a, b));
+    }
+}
+
 TEST(StringToolkitTest, SortByNumberKeepsTheOrderOfEqualNumbers) {
     Strings list = {"doc12", "dox", "doc 7b", "do", "doc-1", "doc+7", "", "doc4294967298"};
     Strings sorted = {"doc-1", "dox", "do", "", "doc4294967298", "doc 7b", "doc+7", "doc12"};
     for (char c = 'a'; c <= 'z'; ++c) list.push_back(std::string("doc13") + c), sorted.push_back(list.back());
     SortByNumber(list, "xyz");
     EXPECT_EQ(list, sorted);
+    // As many as one way to sort takes, and as another does.
+    std::mt19937 random(1);
+    for (const std::size_t count : std::initializer_list<std::size_t>{150, 5000}) {
+        list.clear();
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto number = static_cast<int>(random()) >> random() % 32;
+            list.push_back(std::to_string(number) + "-" + std::to_string(i));
+        }
+        sorted = list;
+        std::stable_sort(sorted.begin(), sorted.end(),
+                         [](const auto& a, const auto& b) { return std::stol(a) < std::stol(b); });
+        SortByNumber(list, "");
+        EXPECT_EQ(list, sorted);
+    }
     EXPECT_TRUE((_index_digit{2, 1} < _index_digit{1, 2}) && !(_index_digit{1, 2} < _index_digit{2, 2}));
 }
 

@@ -17,7 +17,7 @@ using textkit::CodeMaps;
 using textkit::Encoding;
 using textkit::kNoPosition;
 
-constexpr Encoding kAll[] = {Encoding::kGbk, Encoding::kBig5, Encoding::kUtf8, Encoding::kUtf16Le};
+constexpr Encoding kAll[] = {Encoding::kGbk, Encoding::kBig5, Encoding::kUtf8, Encoding::kUtf16Le, Encoding::kUtf16Be};
 
 CodeMaps Maps() {
     return CodeMaps::Load(UTILITY_TEST_DATA_FILE).value_or(CodeMaps());
@@ -47,6 +47,7 @@ TEST(DecodeTest, MalformedTextKeepsWhatIsReadable) {
         {Encoding::kUtf16Le, Bytes("A\0\x3C\xD8\x3C\xD8\x5E\xDF"), "A\uFFFD🍞", 1, 2},
         {Encoding::kUtf16Le, Bytes("\x00\xD8z"), "\uFFFD", 1, 0},
         {Encoding::kUtf16Le, Bytes("A\0B"), "A\uFFFD", 1, 2},
+        {Encoding::kUtf16Be, Bytes("\xFE\xFF\0A\xD8\x3C\xDF\x5E\xDF\x5E\xD8\0\0"), "A🍞\uFFFD\uFFFD", 2, 8},
         {Encoding::kUnknown, "\xE4\xB8\xAD", "中", 0, kNoPosition},
         {Encoding::kUnknown, "\xD6\xD0", "中", 0, kNoPosition},
     };
@@ -101,7 +102,7 @@ std::string SlowDoubleByte(const std::string& bytes, const char* charset) {
         } else {
             std::string character = byte < 0x40 ? "" : Convert("UTF-8", charset, pending + bytes[i]);
             pending.clear();
-            if (character.empty() || character[0] == '\xF0') {  // beyond the Basic Multilingual Plane
+            if (character.empty()) {
                 character = "\uFFFD";
                 if (byte < 0x80) --i;  // given back
             }
@@ -143,14 +144,13 @@ TEST(DecodeTest, BlocksLeaveNoTrace) {
     }
 }
 
-// Every two-byte code against the C library. For Big5 that has other symbols in rows A1 and A2, fewer extensions, and
-// code points beyond the Basic Multilingual Plane, which our table leaves out.
+// Every two-byte code against the C library. For Big5 that has other symbols in rows A1 and A2 and fewer extensions.
 TEST(DecodeTest, AgreesWithTheCLibraryOnEveryTwoByteCode) {
     const struct {
         Encoding encoding;
         const char* library_name;
         int same, different, only_ours;
-    } kRows[] = {{Encoding::kGbk, "CP936", 21791, 0, 0}, {Encoding::kBig5, "BIG5-HKSCS", 16739, 11, 131}};
+    } kRows[] = {{Encoding::kGbk, "CP936", 21791, 0, 0}, {Encoding::kBig5, "BIG5-HKSCS", 18452, 11, 131}};
     const CodeMaps maps = Maps();
     for (const auto& row : kRows) {
         int same = 0, different = 0, only_ours = 0;
@@ -187,6 +187,7 @@ TEST(EncodeTest, CountsWhatTheTargetLacks) {
         {Encoding::kBig5, kReference, "A\xA4\xA4&#169;&#127838;&#65533;", 3, 4},
         {Encoding::kUtf8, kReference, "A中©🍞\uFFFD", 1, 10},
         {Encoding::kUtf16Le, kMark, Bytes("A\0\x2D\x4E\xA9\0\x3C\xD8\x5E\xDF\xFD\xFF"), 1, 10},
+        {Encoding::kUtf16Be, kMark, Bytes("\0A\x4E\x2D\0\xA9\xD8\x3C\xDF\x5E\xFF\xFD"), 1, 10},
     };
     for (const Row& row : rows) {
         const textkit::Encoded encoded = textkit::Encode(text, row.encoding, row.unmappable, Maps());
@@ -215,7 +216,7 @@ TEST(EncodeTest, RoundTripsEveryCharacter) {
         }
     }
     EXPECT_EQ(kept[Encoding::kGbk], 21792);
-    EXPECT_EQ(kept[Encoding::kBig5], 14362);
+    EXPECT_EQ(kept[Encoding::kBig5], 14362 + 291);
     EXPECT_EQ(kept[Encoding::kUtf8], kept[Encoding::kUtf16Le]);
     // Six characters take the second of their two codes, the others, as 包 and 倩, the first.
     EXPECT_EQ(Hex(textkit::Encode("═╞╡╪十卅包倩", Encoding::kBig5, {}, maps).bytes),
@@ -233,7 +234,7 @@ TEST(DetectTest, MarksAndAsciiDecide) {
         {"<meta charset=big5> plain", Encoding::kUtf8, true},
         {"\xEF\xBB\xBF\xD6\xD0", Encoding::kUtf8, true},
         {Bytes("\xFF\xFE"), Encoding::kUtf16Le, true},
-        {Bytes("\xFE\xFF\0a"), Encoding::kUnknown, false},
+        {Bytes("\xFE\xFF\0a"), Encoding::kUtf16Be, true},
         {Bytes("\xFF\xFE\0\0a\0\0\0"), Encoding::kUnknown, false},
         {Bytes("p\0l\0a\0i\0n\0 \0t\0e\0x\0t\0"), Encoding::kUtf16Le, false},
         {"这是一个用来测试的句子。", Encoding::kUtf8, false},
@@ -249,6 +250,49 @@ TEST(DetectTest, MarksAndAsciiDecide) {
         EXPECT_TRUE(row.sure || row.encoding == Encoding::kUnknown || detection.confidence > 0.7)
             << detection.confidence;
     }
+}
+
+TEST(DetectTest, ChecksUtf16WithoutAMark) {
+    const std::string notice = "各位住户：因更换水管，本楼将于五月二十日上午停水。";
+    const struct {
+        std::string bytes;
+        Encoding encoding;
+    } rows[] = {
+        {Bytes("\0<\0h\0t\0m\0l\0>"), Encoding::kUtf16Be},
+        {textkit::Encode(notice, Encoding::kUtf16Be).bytes, Encoding::kUtf16Be},
+        {textkit::Encode(notice, Encoding::kUtf16Le).bytes, Encoding::kUtf16Le},
+        {"It is no more than one odd byte: don\x92t", Encoding::kUnknown},
+        {Bytes("A page of English markup with one NUL\0 in it, and nothing else"), Encoding::kGbk},
+    };
+    for (const auto& row : rows) EXPECT_EQ(textkit::Detect(row.bytes, Maps()).encoding, row.encoding) << Hex(row.bytes);
+}
+
+TEST(DetectTest, ADeclarationDecidesWhereTheBytesDoNot) {
+    const std::string sentence = textkit::Encode("這是一個用來測試的句子。", Encoding::kBig5, {}, Maps()).bytes;
+    const struct {
+        std::string bytes;
+        Encoding encoding;
+    } rows[] = {
+        {"<meta charset=big5> plain", Encoding::kUtf8},
+        {"<meta charset = 'Big5'>\xFFx", Encoding::kBig5},
+        {"<?xml encoding=\"x\"?><meta content='text/html; CHARSET=gb2312'>\xFFx", Encoding::kGbk},
+        {"<meta charset=utf-16>\xFFx", Encoding::kUtf8},
+        {"<meta charset=utf-8><p>Qu’est-ce que c’est&nbsp;? À la fin, l’été passé, créée.", Encoding::kUtf8},
+        {"<meta charset=utf-8>" + sentence, Encoding::kBig5},
+        {"<meta charset=gbk>" + sentence, Encoding::kBig5},
+        {std::string(5000, ' ') + "<meta charset=gbk>\xFFx", Encoding::kUnknown},
+        {"charset=", Encoding::kUtf8},
+        {"=\xFF charset", Encoding::kUnknown},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(textkit::DetectPage(row.bytes, Maps()).encoding, row.encoding) << Hex(row.bytes);
+    EXPECT_EQ(textkit::DetectPage("<meta charset=gbk>\xFFx", Maps()).confidence, 0.5);
+    for (const Encoding encoding : kAll)
+        EXPECT_EQ(textkit::EncodingFromLabel("\t" + std::string(textkit::EncodingName(encoding)) + " "), encoding);
+    EXPECT_EQ(textkit::EncodingFromLabel("GB18030"), Encoding::kGbk);
+    EXPECT_EQ(textkit::EncodingFromLabel("latin1"), Encoding::kUnknown);
+    EXPECT_EQ(textkit::EncodingFromLabel(""), Encoding::kUnknown);
+    EXPECT_EQ(textkit::EncodingName(Encoding::kUnknown), "unknown");
 }
 
 TEST(CodeMapsTest, LoadFailsOnWhatIsNoDataFile) {

@@ -30,6 +30,9 @@ TEST(PagesTest, KeepsTheTextAndNothingElse) {
         {"<a href=\"forgotten>y</a> <a href=\"z\">w</a>", "y w"},
         {"<p<b>x", "x"},
         {long_tag.c_str(), "x"},
+        {"a<img alt='&lt;图 \n 一>' src=x>b<IMG src = y\nALT=z/ >c<img/alt=\"\"/>d", "a <图一> b z/ c d"},
+        {"<img alt>a<img alt=>b<img =alt='x'>c<img title='alt=1' alt = d<i>e<img alt='x>f", "a b c d e f"},
+        {"<pre>a<img alt='b  c'>d</pre><title>e<img alt=f>", "a b  c d\ne f"},
         {"a<!-- <b>no</b> -->b", "ab"},
         {"b<!doctype x>c<?xml 1>d", "bcd"},
         {"a<!-- open", "a<!-- open"},
@@ -94,12 +97,37 @@ TEST(PagesTest, HostilePagesTakeLinearTime) {
         return std::min({cpu_seconds(page), cpu_seconds(page), cpu_seconds(page)});
     };
     for (const char* piece : {"<!--", "&", "<script>", "<script x>", "<b", "<a \"", "<a 'x\"", "<a \"<a \" ",
-                              "<style><a '", "\"<b\" ", "<title>", "<pre> "}) {
+                              "<style><a '", "\"<b\" ", "<title>", "<img alt='", "<img alt", "<pre> "}) {
         std::string small, large;
         while (small.size() < 50000) small += piece;
         for (int i = 0; i < 16; ++i) large += small;
         // Sixteen times the bytes: quadratic time would be 256 times.
         EXPECT_LT(best_of_three(large), 80 * best_of_three(small) + 0.05) << piece;
+    }
+}
+
+// Words and Chinese text are stepped over in blocks, whose edges may lie anywhere.
+TEST(PagesTest, TextIsTheSameBehindAnyNumberOfBytes) {
+    const std::pair<const char*, const char*> rows[] = {{"b c", "b c"},
+                                                        {"b  c", "b c"},
+                                                        {"b \n", "b"},
+                                                        {"b\tc", "b c"},
+                                                        {"b\x01 c", "b\x01 c"},
+                                                        {"b \xC2\xA0 c", "b c"},
+                                                        {"中 b 文", "中 b 文"},
+                                                        {"中\n文", "中文"},
+                                                        {"b \xFF c", "b \xEF\xBF\xBD c"},
+                                                        {"\xE4\xB8", "\xEF\xBF\xBD"},
+                                                        {"b &amp; c", "b & c"},
+                                                        {"b <i>c</i> d", "b c d"},
+                                                        {"\xED\xA0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}};
+    for (const auto& [html, text] : rows) {
+        for (std::size_t bytes = 0; bytes < 40; ++bytes) {
+            const std::string words = std::string("word of ").substr(8 - bytes % 8) + std::string(bytes / 8 * 8, 'x');
+            const std::string prefix = words.find_first_not_of(' ') == 0 ? words : 'w' + words;
+            const std::vector<char> page = test_support::Exactly("<p>" + prefix + html);
+            EXPECT_EQ(textkit::PageText({page.data(), page.size()}), prefix + text) << bytes;
+        }
     }
 }
 

@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+#include "Internal/AsciiCase.h"
+#include "Internal/CodePointIndex.h"
+#include "Internal/FoldingLists.h"
+#include "Internal/Utf8Sequences.h"
+#include "Utility/TextKit/ChineseText.h"
+
+namespace textkit {
+
+namespace {
+
+using namespace utility::internal;
+
+struct CaseRow {
+    std::uint32_t first, last, step;
+    std::int32_t offset;
+};
+
+constexpr CaseRow kCaseRows[] = {
+#include "CaseFoldingRows.inc"
+};
+
+// Marks beyond those of the shared lists, each with the ASCII mark behind it.
+constexpr char kMoreMarkText[] = "《》【】「」『』";
+constexpr char kMoreMarks[] = "<>[]\"\"\"\"";
+constexpr char kBracketText[] = "([{（［｛【〔〖〘〚﹙﹛﹝)]}）］｝】〕〗〙〛﹚﹜﹞";
+constexpr int kOpeningBrackets = 14;
+constexpr char kDoubleQuoteText[] = "“”„‟＂「」『』〝〞〟";
+constexpr char kSingleQuoteText[] = "‘’‛＇";
+
+constexpr bool IsFullWidthAscii(char32_t c) {
+    return c >= U'！' && c <= U'～';
+}
+
+char32_t FoldWidth(char32_t c) {
+    constexpr char32_t kSigns[] = {U'¢', U'£', U'¬', U'¯', U'¦', U'¥', U'₩'};  // of U+FFE0 to U+FFE6
+    if (IsFullWidthAscii(c)) return c - U'！' + U'!';
+    if (c >= 0xFFE0 && c <= 0xFFE6) return kSigns[c - 0xFFE0];
+    return c == U'　' ? U' ' : c;
+}
+
+char32_t FoldCase(char32_t c) {
+    if (c < 0x80) return ToAsciiLower(static_cast<unsigned char>(c));
+    const CaseRow* const row =
+        std::lower_bound(std::begin(kCaseRows), std::end(kCaseRows), c,
+                         [](const CaseRow& candidate, char32_t wanted) { return candidate.last < wanted; });
+    if (row == std::end(kCaseRows) || c < row->first || (c - row->first) % row->step != 0) return c;
+    return static_cast<char32_t>(static_cast<std::int32_t>(c) + row->offset);
+}
+
+char32_t FoldPunctuation(char32_t c) {
+    // Full-width ASCII keeps to FoldWidth, whatever the shared list says of ｀.
+    if (IsFullWidthAscii(c)) {
+        const auto narrow = static_cast<unsigned char>(FoldWidth(c));
+        return IsAsciiLetter(narrow) || IsAsciiDigit(narrow) ? c : narrow;
+    }
+    if (const int place = kIndexOf<kWideMarkText>.Find(c); place >= 0)
+        return static_cast<char32_t>(kNarrowMarks[static_cast<std::size_t>(place)]);
+    if (const int place = kIndexOf<kMoreMarkText>.Find(c); place >= 0)
+        return static_cast<char32_t>(kMoreMarks[static_cast<std::size_t>(place)]);
+    return c;
+}
+
+char32_t FoldBrackets(char32_t c) {
+    if (const int place = kIndexOf<kBracketText>.Find(c); place >= 0) return place < kOpeningBrackets ? U'(' : U')';
+    if (kIndexOf<kDoubleQuoteText>.Contains(c)) return U'"';
+    return kIndexOf<kSingleQuoteText>.Contains(c) ? U'\'' : c;
+}
+
+// The shared separators, their ASCII forms and tabs, but for "." and "-".
+bool IsSeparator(char32_t c) {
+    const char32_t narrow = FoldWidth(c);
+    if (narrow == U'.' || narrow == U'-') return false;
+    if (kIndexOf<kSeparatorText>.Contains(c) || c == U'＿' || c == U'／') return true;
+    return c == U'\t' || c == U'\\' || c == U'|' || (c < 0x80 && kIndexOf<kAsciiSeparators>.Contains(c));
+}
+
+char32_t FoldCharacter(char32_t c, const FoldOptions& options) {
+    if (c >= 0x3400 && c < 0xA000) return c;  // most of a Chinese text
+    if (options.separators && IsSeparator(c)) return U' ';
+    if (options.brackets) c = FoldBrackets(c);
+    if (options.punctuation) c = FoldPunctuation(c);
+    if (options.width) c = FoldWidth(c);
+    if (options.letter_case) c = FoldCase(c);
+    // What has become one since.
+    return options.separators && IsSeparator(c) ? U' ' : c;
+}
+
+// Chinese and Japanese characters and marks.
+bool IsWide(char32_t c) {
+    return (c >= 0x2E80 && c < 0xA000) || (c >= 0xF900 && c < 0xFB00) || (c >= 0xFE30 && c < 0xFE50) ||
+           (c >= 0xFF01 && c < 0xFF61) || c >= 0x20000;
+}
+
+// Writes characters, of which it may squeeze the blanks.
+class FoldWriter {
+public:
+    FoldWriter(std::size_t expected, bool squeezes) : squeezes_(squeezes) { folded_.reserve(expected); }
+
+    void Append(char32_t c) {
+        if (squeezes_ && ClassOf(c) == CharacterClass::kSpace) {
+            blank_ = !folded_.empty();
+            return;
+        }
+        if (blank_ && !(IsWide(last_) && IsWide(c))) folded_ += ' ';
+        blank_ = false;
+        last_ = c;
+        char bytes[4];
+        folded_.append(bytes, static_cast<std::size_t>(WriteUtf8(c, bytes) - bytes));
+    }
+    std::string Take() { return std::move(folded_); }
+
+private:
+    std::string folded_;
+    char32_t last_ = 0;
+    bool squeezes_, blank_ = false;
+};
+
+}  // namespace
+
+std::string Fold(std::string_view text, const FoldOptions& options) {
+    FoldWriter writer(text.size(), options.blanks);
+    for (const Character& character : Characters(text)) writer.Append(FoldCharacter(character.code_point, options));
+    return writer.Take();
+}
+
+}  // namespace textkit

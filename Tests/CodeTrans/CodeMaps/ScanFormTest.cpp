@@ -1,0 +1,71 @@
+#include "CodeTrans/CodeMaps/ScanForm.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "CodeMapsTestSupport.h"
+#include "CodeTrans/CodeMaps/DetectionCore.h"
+#include "CodeTrans/CodeMaps/LoadedTables.h"
+
+namespace {
+
+using namespace test_support;
+
+// The form that scans run on against the states themselves, on automata of any shape.
+TEST(ScanFormTest, GivesWhatTheStatesGive) {
+    using namespace utility::internal;
+    std::mt19937 random(11);
+    const auto expect_same = [](const DetectionTable& with_form, const std::string& text) {
+        const DetectionTable without{with_form.states, with_form.count};
+        const DetectionResult form = DetectEncoding(with_form, text.data(), text.size());
+        const DetectionResult states = DetectEncoding(without, text.data(), text.size());
+        ASSERT_EQ(std::tuple(form.encoding, form.declared, form.lead),
+                  std::tuple(states.encoding, states.declared, states.lead))
+            << Hex(text);
+    };
+    for (int round = 0; round < 3000; ++round) {
+        // Few states, close to each other, that lead to one another, to none and out of the table; chains lead downwards.
+        std::vector<_tTrieNode> states(1 + random() % 400);
+        const auto count = static_cast<int>(states.size());
+        for (int i = 0; i < count; ++i) {
+            const int value = random() % 3 == 0 ? kNeutral : static_cast<int>(random() % 0x40000);
+            states[static_cast<std::size_t>(i)] = {static_cast<int>(random() % 300) - 128,
+                                                   static_cast<int>(random() % static_cast<unsigned>(count + 1)) - 1,
+                                                   i == 0 ? 0 : static_cast<int>(random() % static_cast<unsigned>(i)),
+                                                   value};
+        }
+        // Most are entered from near the root.
+        for (_tTrieNode& state : states)
+            state.nCheck = random() % 2 == 0 ? static_cast<int>(random() % 4) - 1 : state.nCheck;
+        if (random() % 4 == 0) states.back().nValue = kNeutral + (static_cast<int>(random() % 9) - 4) * (1 << 20);
+        const ScanForm form(states.data(), states.size());
+        for (int texts = 0; texts < 5; ++texts) {
+            std::string text;
+            for (auto left = random() % 700; left > 0; --left)
+                text += static_cast<char>(random() % 4 == 0 ? random() : 'a' + random() % 8);
+            expect_same({states.data(), states.size(), &form}, text);
+        }
+    }
+    // The library's own automaton, where runs of ASCII are skipped, on text in every encoding.
+    LoadedTables own;
+    ASSERT_EQ(LoadTables(UTILITY_TEST_DATA_FILE, own), 0);
+    const DetectionTable table{own.states.get(), own.state_count, own.scan_form.get()};
+    const std::string han = "这是一个用来测试的句子，图书馆每周一至周五上午九点开放。";
+    for (int round = 0; round < 3000; ++round) {
+        std::string text;
+        for (auto left = random() % 12; left > 0; --left) {
+            const char* const encodings[] = {"GBK", "BIG5", "UTF-8", "UCS-2LE"};
+            const std::string piece = random() % 2 == 0 ? han.substr(3 * (random() % 10), 3 * (random() % 8))
+                                                        : std::string(random() % 40, 'x') + "<a href=\"/b/c.html\">";
+            text += Convert(encodings[round % 4], "UTF-8", piece);
+            if (random() % 8 == 0) text += static_cast<char>(random());
+        }
+        expect_same(table, text);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,172 @@
+#include "Detector/Scores.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "CodeTrans/CodeMaps/EncodingCodes.h"
+
+namespace tools {
+
+namespace {
+
+constexpr int kBestDelta = 10;
+constexpr int kWorstDelta = -9;
+constexpr double kPointsPerNat = 1.2;
+
+// Likelihood of a unit never met. It stands for damage and for text of other kinds.
+constexpr double kUnseen = 2e-8;
+
+// A unit that little-endian UCS-2 shows at least this often says so by a positive delta, since the detector takes hardly
+// any delta of 0 or less in Unicode text.
+constexpr double kOrdinaryInUnicode = 1e-6;
+
+// How much the likelihood of a unit by itself counts beside what was seen behind the unit before: as much as this share of
+// all units.
+constexpr double kPriorShare = 1e-5;
+
+// Phrases that decide by themselves: together they are this share of all units, so that a page is mostly read to its end
+// and a long text is not; none of them much of that, so that every kind of text has some; and each is less likely than
+// this in any other encoding.
+constexpr double kShareOfPhrases = 1.0 / 30'000;
+constexpr double kMostOfOnePhrase = 1.5e-6;
+constexpr double kBeyondDoubt = 1e-13;
+
+// The likelihoods as points of one height: the best channel gets kBestDelta. Differences decide the verdict; the height
+// lets the true encoding's deltas be positive for nearly every unit, as the counts of positive deltas that the detector
+// asks for need.
+Deltas ToDeltas(const ShareByChannel& likelihood, bool ordinary_in_unicode) {
+    const double best = *std::max_element(likelihood.begin(), likelihood.end());
+    Deltas deltas{};
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        const double nats = std::log(likelihood[channel] / best);
+        deltas[channel] = std::max(kBestDelta + static_cast<int>(std::lround(kPointsPerNat * nats)), kWorstDelta);
+    }
+    if (ordinary_in_unicode) deltas[kUnicodeChannel] = std::max(deltas[kUnicodeChannel], 1);
+    return deltas;
+}
+
+Unit FirstOfTwo(Chain chain) {
+    return static_cast<Unit>(chain >> 16 & 0xFFFF);
+}
+
+}  // namespace
+
+std::vector<SharedChain> Merge(const CountsByChannel& counts, std::vector<CountedChain> UnitCounts::*chains) {
+    std::vector<SharedChain> all;
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        for (const CountedChain& item : counts[channel].*chains) {
+            all.push_back({item.chain, {}});
+            all.back().share[channel] = item.count;
+        }
+    }
+    std::sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.chain < b.chain; });
+    std::size_t kept = 0;
+    for (const SharedChain& item : all) {
+        if (kept > 0 && all[kept - 1].chain == item.chain) {
+            for (std::size_t channel = 0; channel < kChannels; ++channel)
+                all[kept - 1].share[channel] += item.share[channel];
+        } else {
+            all[kept++] = item;
+        }
+    }
+    all.resize(kept);
+    return all;
+}
+
+Scores::Scores(const CountsByChannel& counts) : counts_(counts), pairs_(Merge(counts, &UnitCounts::two)) {
+    for (auto& followed : followed_) followed.resize(kUnits);
+    for (const SharedChain& pair : pairs_)
+        for (std::size_t channel = 0; channel < kChannels; ++channel)
+            followed_[channel][FirstOfTwo(pair.chain)] += pair.share[channel];
+    for (std::size_t index = 0; index < kUnits; ++index) {
+        const auto unit = static_cast<Unit>(index);
+        of_first_.push_back(ToDeltas(Likelihood(&UnitCounts::first, unit), IsOrdinaryInUnicode(unit)));
+        of_later_.push_back(ToDeltas(Likelihood(&UnitCounts::later, unit), IsOrdinaryInUnicode(unit)));
+    }
+}
+
+ShareByChannel Scores::Likelihood(std::vector<double> UnitCounts::*shares, Unit unit) const {
+    ShareByChannel likelihood{};
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        likelihood[channel] = (counts_[channel].*shares)[unit] + kUnseen;
+    return likelihood;
+}
+
+bool Scores::IsOrdinaryInUnicode(Unit unit) const {
+    const UnitCounts& counts = counts_[kUnicodeChannel];
+    return counts.first[unit] + counts.later[unit] >= kOrdinaryInUnicode;
+}
+
+ShareByChannel Scores::LikelihoodBehind(Unit before, Unit unit, const ShareByChannel& both) const {
+    ShareByChannel likelihood = Likelihood(&UnitCounts::later, unit);
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        likelihood[channel] =
+            (both[channel] + kPriorShare * likelihood[channel]) / (followed_[channel][before] + kPriorShare);
+    return likelihood;
+}
+
+double Scores::Error(const ShareByChannel& share, const std::array<int, kChannels>& points) {
+    ShareByChannel weight{};
+    double all = 0;
+    const int best = *std::max_element(points.begin(), points.end());
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        all += weight[channel] = std::exp((points[channel] - best) / kPointsPerNat);
+    double error = 0;
+    for (std::size_t channel = 0; channel < kChannels; ++channel) error += share[channel] * (1 - weight[channel] / all);
+    return error;
+}
+
+std::vector<Scores::Pair> Scores::BestPairs(std::size_t most) const {
+    std::vector<Pair> best;
+    for (const SharedChain& pair : pairs_) {
+        const Unit before = FirstOfTwo(pair.chain), unit = LastOf(pair.chain);
+        const Deltas deltas = ToDeltas(LikelihoodBehind(before, unit, pair.share), IsOrdinaryInUnicode(unit));
+        std::array<int, kChannels> points{}, points_apart{};
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+            points[channel] = of_first_[before][channel] + deltas[channel];
+            points_apart[channel] = of_first_[before][channel] + of_later_[unit][channel];
+        }
+        const double gain = Error(pair.share, points_apart) - Error(pair.share, points);
+        if (gain > 0) best.push_back({pair.chain, deltas, gain});
+    }
+    std::stable_sort(best.begin(), best.end(), [](const Pair& a, const Pair& b) { return a.gain > b.gain; });
+    if (best.size() > most) best.resize(most);
+    return best;
+}
+
+// How likely a chain of units is in the encoding if they have nothing to do with each other.
+double Scores::Chance(std::size_t channel, Chain chain) const {
+    double chance = 1;
+    for (; chain != 0; chain >>= 16) {
+        const Unit unit = LastOf(chain);
+        chance *= std::max(counts_[channel].first[unit], counts_[channel].later[unit]) + kUnseen;
+    }
+    return chance;
+}
+
+std::vector<Scores::Phrase> Scores::Phrases() const {
+    constexpr std::pair<std::size_t, int> kVerdicts[] = {
+        {kGbkChannel, ENCODE_GBK}, {kBig5Channel, ENCODE_BIG5}, {kUtf8Channel, ENCODE_UTF8}};
+    std::vector<Phrase> phrases;
+    for (const auto& [channel, verdict] : kVerdicts) {
+        std::vector<CountedChain> chains;
+        for (const CountedChain& item : counts_[channel].three) {
+            bool beyond_doubt = item.count <= kMostOfOnePhrase;
+            for (std::size_t other = 0; other < kChannels; ++other)
+                if (other != channel && Chance(other, item.chain) > kBeyondDoubt) beyond_doubt = false;
+            if (beyond_doubt) chains.push_back(item);
+        }
+        std::stable_sort(chains.begin(), chains.end(), [](const CountedChain& a, const CountedChain& b) {
+            return std::pair(a.texts, a.count) > std::pair(b.texts, b.count);
+        });
+        double share = 0;
+        for (const CountedChain& item : chains) {
+            if (share >= kShareOfPhrases) break;
+            share += item.count;
+            phrases.push_back({item.chain, verdict});
+        }
+    }
+    return phrases;
+}
+
+}  // namespace tools
