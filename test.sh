@@ -118,7 +118,8 @@ for step in $([ "$mode" = all ] && echo release clang address thread static || e
     clang) run_tests build/clang -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=clang++ -- "$@" ;;
     address) run_tests build/address -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ \
       -DUTILITY_SANITIZE=address,undefined,implicit-conversion -- "$@" ;;
-    thread) TSAN_OPTIONS="suppressions=$PWD/cmake/ThreadSanitizerIgnore.txt" run_tests build/thread -DCMAKE_BUILD_TYPE=RelWithDebInfo -DUTILITY_SANITIZE=thread -- "$@" ;;
+    thread) TSAN_OPTIONS="suppressions=$PWD/cmake/ThreadSanitizerIgnore.txt" \
+      run_tests build/thread -DCMAKE_BUILD_TYPE=RelWithDebInfo -DUTILITY_SANITIZE=thread -- "$@" ;;
     static) run_tests build/static -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=OFF -- "$@" ;;
     hardened) hardened "$@" ;;
     newer) for standard in 20 23; do build_as $standard g++; build_as $standard clang++; done ;;
