@@ -45,6 +45,6 @@ inside sh -c 'c++ -std=c++17 -DCODEMAPS="\"$(pkg-config --variable=codemaps util
 
 step "removed again"
 inside apt-get purge -qq -y libutility1 libutility-dev pagetext >/dev/null
-left=$(find "$root/usr" -name 'libutility*' -o -name '*pagetext*' -o -name Utility -o -name utility -o -name utility.pc)
+left=$(find "$root/usr" -path '*/include/c++' -prune -o \( -name 'libutility*' -o -name '*pagetext*' -o -name Utility -o -name utility -o -name utility.pc \) -print)
 [ -z "$left" ] || { echo "left behind: $left"; exit 1; }
 step "done"

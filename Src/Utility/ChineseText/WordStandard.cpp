@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "Internal/AsciiCase.h"
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/CharacterStep.h"
@@ -12,16 +13,12 @@ using utility::internal::ByteSet;
 using utility::internal::DoubleByteStep;
 using utility::internal::IsAsciiDigit;
 using utility::internal::IsAsciiLetter;
-using utility::internal::IsAsciiUpper;
+using utility::internal::ToAsciiLower;
 using utility::internal::ToByte;
 using utility::internal::ToChar;
 
 constexpr bool IsAsciiAlphanumeric(unsigned char byte) {
     return IsAsciiLetter(byte) || IsAsciiDigit(byte);
-}
-
-constexpr char ToAsciiLower(unsigned char byte) {
-    return ToChar(IsAsciiUpper(byte) ? byte + ('a' - 'A') : byte);
 }
 
 // What a single byte becomes, and what a blank in front of it does; NUL where they are dropped. So is a lone lead byte.
@@ -34,7 +31,7 @@ constexpr ByteForms kByteForms = [] {
     ByteForms forms;
     for (unsigned value = 0; value < 256; ++value) {
         const auto byte = static_cast<unsigned char>(value);
-        if (IsAsciiAlphanumeric(byte) || kKept.Contains(byte)) forms.own[value] = ToByte(ToAsciiLower(byte));
+        if (IsAsciiAlphanumeric(byte) || kKept.Contains(byte)) forms.own[value] = ToAsciiLower(byte);
         if (IsAsciiAlphanumeric(byte)) forms.of_blank_in_front[value] = ' ';
     }
     return forms;
@@ -52,7 +49,7 @@ char TwoByteForm(unsigned char lead, unsigned char trail) {
     constexpr unsigned char kFirstMarkFolded = 0xBB;
     if (lead != kFullWidthLead || trail < 0x80) return '\0';
     const auto ascii = static_cast<unsigned char>(trail - 0x80);
-    if (IsAsciiAlphanumeric(ascii)) return ToAsciiLower(ascii);
+    if (IsAsciiAlphanumeric(ascii)) return ToChar(ToAsciiLower(ascii));
     return trail >= kFirstMarkFolded ? ';' : '\0';
 }
 
