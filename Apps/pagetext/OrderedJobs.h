@@ -62,7 +62,7 @@ private:
                 Result result = work_(item);
                 const std::lock_guard<std::mutex> lock(mutex_);
                 results_[*index % results_.size()] = std::move(result);
-                changed_.notify_all();
+                if (*index == emitted_) ready_.notify_one();
             }
         } catch (...) {
             Fail();
@@ -74,14 +74,14 @@ private:
         const std::lock_guard<std::mutex> taking(taking_);
         {
             std::unique_lock<std::mutex> lock(mutex_);
-            changed_.wait(lock, [this] { return stopped_ || taken_ - emitted_ < results_.size(); });
+            room_.wait(lock, [this] { return stopped_ || taken_ - emitted_ < results_.size(); });
             if (stopped_ || ended_) return std::nullopt;
         }
         const bool more = next_(item);
         const std::lock_guard<std::mutex> lock(mutex_);
         if (more) return taken_++;
         ended_ = true;
-        changed_.notify_all();
+        ready_.notify_one();
         return std::nullopt;
     }
 
@@ -91,21 +91,21 @@ private:
             {
                 std::unique_lock<std::mutex> lock(mutex_);
                 std::optional<Result>& first = results_[emitted_ % results_.size()];
-                changed_.wait(lock, [&] { return stopped_ || first || (ended_ && emitted_ == taken_); });
+                ready_.wait(lock, [&] { return stopped_ || first || (ended_ && emitted_ == taken_); });
                 if (stopped_ || !first) return;
                 result.swap(first);
             }
             if (!emit_(std::move(*result))) return;
             const std::lock_guard<std::mutex> lock(mutex_);
-            ++emitted_;
-            changed_.notify_all();
+            if (taken_ - emitted_++ == results_.size()) room_.notify_one();
         }
     }
 
     void Stop() {
         const std::lock_guard<std::mutex> lock(mutex_);
         stopped_ = true;
-        changed_.notify_all();
+        ready_.notify_one();
+        room_.notify_one();
     }
 
     void Fail() {
@@ -120,9 +120,10 @@ private:
     Next next_;
     Work work_;
     Emit emit_;
-    std::mutex taking_;  // held around `next`; locked before mutex_
-    std::mutex mutex_;   // guards what follows
-    std::condition_variable changed_;
+    std::mutex taking_;                           // held around `next`; locked before mutex_
+    std::mutex mutex_;                            // guards what follows
+    std::condition_variable ready_;               // the calling thread waits for the next result in order, or the end
+    std::condition_variable room_;                // the thread that takes waits for fewer items that are not emitted
     std::vector<std::optional<Result>> results_;  // of item i at i modulo the size, where it is worked out
     std::size_t taken_ = 0;
     std::size_t emitted_ = 0;

@@ -26,15 +26,15 @@ std::string Time(double seconds) {
     const auto whole = static_cast<long long>(std::min(std::ceil(seconds), 1e9));
     char text[40];
     if (whole < 3600)
-        std::snprintf(text, sizeof text, "%lld:%02lld", whole / 60, whole % 60);
+        (void)std::snprintf(text, sizeof text, "%lld:%02lld", whole / 60, whole % 60);
     else
-        std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", whole / 3600, whole / 60 % 60, whole % 60);
+        (void)std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", whole / 3600, whole / 60 % 60, whole % 60);
     return text;
 }
 
 std::string Rate(double pages_a_second) {
     char text[40];
-    std::snprintf(text, sizeof text, pages_a_second < 9.95 ? "%.1f/s" : "%.0f/s", pages_a_second);
+    (void)std::snprintf(text, sizeof text, pages_a_second < 9.95 ? "%.1f/s" : "%.0f/s", pages_a_second);
     return text;
 }
 
@@ -44,7 +44,7 @@ std::string Bar(double share) {
     if (full < kBarColumns) bar += '>';
     bar.resize(kBarColumns, ' ');
     char percent[16];
-    std::snprintf(percent, sizeof percent, "] %3.0f%%  ", std::floor(share * 100));
+    (void)std::snprintf(percent, sizeof percent, "] %3.0f%%  ", std::floor(share * 100));
     return '[' + bar + percent;
 }
 
