@@ -3,6 +3,7 @@
 
 // The loop of everything that reads UTF-8 and writes it in another form: several characters at a time where they are alike.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -63,39 +64,44 @@ struct FourSequences {
     bool AllRight() const { return (wrong | later_wrong) == 0; }
     // Number of sequences in front of the wrong byte; there is one.
     unsigned RightOnes() const { return (wrong != 0 ? LowestBit(wrong) / 8 : 8 + LowestBit(later_wrong) / 8) / 3; }
-    // Whether a code point is below 800 or a surrogate.
-    bool AnyForbidden() const {
+    // Number of code points in front of one that is below 800 or a surrogate.
+    unsigned AllowedOnes() const {
         const CodePoints4 row = code_points & 0xF800;
-        return IsAnySet((row == 0) | (row == 0xD800));
+        const auto forbidden = (row == 0) | (row == 0xD800);
+        if (!IsAnySet(forbidden)) return 4;
+        unsigned count = 0;
+        while (count < 4 && forbidden[count] == 0) ++count;
+        return count;
     }
 };
 
-// Reads `text` until fewer than 24 bytes are left and returns the place of the first byte not read.
+inline constexpr std::ptrdiff_t kUtf8Turn = 24;
+
+// Reads `text` until fewer than kUtf8Turn bytes are left and returns the place of the first byte not read.
 //
 // Chinese text is runs of three-byte sequences and runs of ASCII, and a wrong guess which of them comes next costs the
 // processor as much as ten characters. So a turn decodes four sequences of three bytes, whatever the twelve bytes are, and
 // steps over as many as there were: four in the usual case; otherwise over those in front and then, written the same way,
 // over up to eight ASCII bytes. Where there is neither, one call to `read_other` steps over what stands there.
 //
-// The writer has `Four(code_points)`, of which Took(n) keeps the first n, and `Ascii8(bytes)`, of which TookAscii(n) keeps
-// the first n. Both write in full: up to kWrittenInVain characters behind those that a turn keeps.
+// The writer has `Four(code_points)`, which gives the number of those in front that it knows and of which Took(n) keeps the
+// first n, and `Ascii8(bytes)`, of which TookAscii(n) keeps the first n. Both write in full: up to kWrittenInVain characters
+// behind those that a turn keeps.
 inline constexpr std::size_t kWrittenInVain = 11;
 
 template <ThreeBytes kRule, typename Writer, typename ReadOther>
 inline const char* ReadUtf8Runs(const char* text, const char* end, Writer& writer, ReadOther read_other) {
-    while (end - text >= 24) {
+    while (end - text >= kUtf8Turn) {
         const FourSequences<kRule> four(text);
-        if (kRule == ThreeBytes::kStrict && four.AnyForbidden()) {
-            read_other(text);
-            continue;
-        }
-        writer.Four(four.code_points);
-        if (four.AllRight()) {
+        unsigned known = writer.Four(four.code_points);
+        if (kRule == ThreeBytes::kStrict) known = std::min(known, four.AllowedOnes());
+        const bool all_right = four.AllRight();
+        if (all_right && known == 4) {
             text += 12;
             writer.Took(4);
             continue;
         }
-        const unsigned sequences = four.RightOnes();
+        const unsigned sequences = all_right ? known : std::min(four.RightOnes(), known);
         text += 3 * sequences;
         writer.Took(sequences);
 

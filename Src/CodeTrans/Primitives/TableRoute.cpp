@@ -39,10 +39,11 @@ inline char* WriteGbk(unsigned unit, char* gbk) {
 struct GbkWriter {
     char* out;
 
-    void Four(CodePoints4 code_points) {
+    unsigned Four(CodePoints4 code_points) {
         std::uint32_t units[4];
         std::memcpy(units, &code_points, sizeof units);
         for (unsigned i = 0; i < 4; ++i) StoreWord(kGbkBytes[units[i]], out + 2 * i);
+        return 4;
     }
     void Took(unsigned count) { out += 2 * count; }
     void Ascii8(const char* bytes) { StoreWord(LoadWord<std::uint64_t>(bytes), out); }
@@ -53,13 +54,14 @@ struct GbkWriter {
 struct Ucs2Writer {
     char* out;
 
-    void Four(CodePoints4 code_points) {
+    unsigned Four(CodePoints4 code_points) {
         using Units4 = std::uint16_t __attribute__((vector_size(8)));
         Units4 units = __builtin_convertvector(code_points, Units4);
 #if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
         units = units << 8 | units >> 8;
 #endif
         std::memcpy(out, &units, sizeof units);
+        return 4;
     }
     void Took(unsigned count) {
         out += 2 * count;

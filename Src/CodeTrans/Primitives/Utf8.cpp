@@ -51,7 +51,10 @@ wchar_t ThreeByteCharacter(unsigned lead, unsigned second, unsigned third) {
 struct WideWriter {
     wchar_t* wide;
 
-    void Four(CodePoints4 code_points) { std::memcpy(wide, &code_points, sizeof code_points); }
+    unsigned Four(CodePoints4 code_points) {
+        std::memcpy(wide, &code_points, sizeof code_points);
+        return 4;
+    }
     void Took(unsigned count) { wide += count; }
     void Ascii8(const char* bytes) { Widen8ToWide(bytes, wide); }
     void TookAscii(unsigned count) { wide += count; }

@@ -1,25 +1,28 @@
 #include "Utility/ChineseText/TextTidying.h"
 
+#include <array>
+#include <cstring>
 #include <string_view>
 
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/CharacterListIndex.h"
-#include "Internal/CharacterSet.h"
-#include "Internal/CharacterStep.h"
 #include "Internal/EncodedList.h"
 #include "Internal/FoldingLists.h"
+#include "Internal/FoldingRuns.h"
 
 namespace {
 
 using utility::internal::ByteSet;
+using utility::internal::CharacterFolder;
 using utility::internal::CharacterListIndex;
-using utility::internal::DoubleByteStep;
+using utility::internal::FoldInPlace;
 using utility::internal::IsAsciiDigit;
 using utility::internal::IsAsciiLetter;
 using utility::internal::kNarrowMarks;
-using utility::internal::kSetOf;
 using utility::internal::kWideMarkText;
+using utility::internal::PairIndex;
+using utility::internal::PairTable;
 using utility::internal::ToByte;
 using utility::internal::ToChar;
 using utility::internal::Utf8;
@@ -38,39 +41,42 @@ constexpr char HalfWidthAt(int index) {
     return kHalfWidth[static_cast<std::size_t>(index)];
 }
 
-// The ASCII form of the character of `step` bytes, or NUL when it has none.
-char HalfWidthForm(const char* character, std::size_t step) {
-    constexpr unsigned char kFullWidthLead = 0xA3;
-    const unsigned char lead = ToByte(character[0]);
-    if (step == 1) return HalfWidthAt(kFullWidthUnits.FindByte(lead));
-    const unsigned char trail = ToByte(character[1]);
-    if (lead == kFullWidthLead && trail >= 0x80) {
-        const auto ascii = static_cast<unsigned char>(trail - 0x80);
-        if (IsAsciiDigit(ascii) || IsAsciiLetter(ascii)) return ToChar(ascii);
+// The ASCII form of each pair, or NUL where it has none.
+constexpr PairTable<char> kHalfWidthPairs = [] {
+    PairTable<char> forms{};
+    for (std::size_t offset = 0; offset + 1 < kFullWidth.size(); offset += 2) {
+        const unsigned char lead = ToByte(kFullWidth[offset]), trail = ToByte(kFullWidth[offset + 1]);
+        if (lead >= 0x80) forms[PairIndex(lead, trail)] = HalfWidthAt(kFullWidthUnits.FindPair(lead, trail));
     }
-    // Most characters are in no list, and the set tells that sooner.
-    if (!kSetOf<kFullWidth>.Contains({lead, trail})) return '\0';
-    return HalfWidthAt(kFullWidthUnits.FindPair(lead, trail));
-}
+    for (unsigned char ascii = 0; ascii < 0x80; ++ascii) {
+        constexpr unsigned char kFullWidthLead = 0xA3;
+        const auto trail = static_cast<unsigned char>(ascii | 0x80);
+        if (IsAsciiDigit(ascii) || IsAsciiLetter(ascii)) forms[PairIndex(kFullWidthLead, trail)] = ToChar(ascii);
+    }
+    return forms;
+}();
+
+// What single bytes become: themselves, but for some lead bytes with nothing behind them.
+constexpr std::array<char, 256> kHalfWidthSingles = [] {
+    std::array<char, 256> forms{};
+    for (unsigned value = 0; value < 256; ++value) {
+        const char half = HalfWidthAt(kFullWidthUnits.FindByte(static_cast<unsigned char>(value)));
+        forms[value] = half != '\0' ? half : ToChar(value);
+    }
+    return forms;
+}();
 
 }  // namespace
 
 bool QuanJiao2BanJiao(char* text) {
-    bool replaced = false;
-    const char* read = text;
-    char* write = text;
-    while (const std::size_t step = DoubleByteStep(read)) {
-        if (const char half = HalfWidthForm(read, step); half != '\0') {
-            *write++ = half;
-            replaced = true;
-        } else {
-            *write++ = read[0];
-            if (step == 2) *write++ = read[1];
-        }
-        read += step;
-    }
-    *write = '\0';
-    return replaced;
+    const std::size_t length = std::strlen(text);
+    if (length == 0) return false;
+    char& last = text[length - 1];
+    const char last_before = last;
+    char* const end = FoldInPlace(text, length, CharacterFolder(kHalfWidthPairs, kHalfWidthSingles));
+    *end = '\0';
+    // A pair leaves a byte of its two; a lone lead byte, which stands last, leaves another one.
+    return end != text + length || last != last_before;
 }
 
 void TextStandard(const char* source, std::string& tidied) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 
@@ -25,6 +26,16 @@ constexpr ClassRow kClassRows[] = {
 #include "CharacterClassRows.inc"
 };
 
+// The classes of the Basic Multilingual Plane, one by one: 64 KiB, of which a text touches little.
+constexpr auto kBmpClasses = [] {
+    std::array<CharacterClass, 0x10000> classes{};
+    for (const ClassRow& row : kClassRows)
+        for (std::uint32_t code_point = row.first; code_point <= row.last && code_point < classes.size(); ++code_point)
+            classes[code_point] = row.kind;
+    return classes;
+}();
+static_assert(CharacterClass{} == CharacterClass::kOther);
+
 CharacterClass FindClass(char32_t code_point) {
     const ClassRow* const row =
         std::lower_bound(std::begin(kClassRows), std::end(kClassRows), code_point,
@@ -45,7 +56,7 @@ bool CharacterCursor::AdvanceBeyondAscii() {
 CharacterClass ClassOf(char32_t code_point) {
     constexpr char32_t kFirstCommonHan = 0x4E00, kLastCommonHan = 0x9FFF;
     if (code_point >= kFirstCommonHan && code_point <= kLastCommonHan) return kHan;
-    return FindClass(code_point);
+    return code_point < kBmpClasses.size() ? kBmpClasses[code_point] : FindClass(code_point);
 }
 
 ClassCounts CountClasses(std::string_view text) {

@@ -3,7 +3,9 @@
 
 #include "CodeTrans/CodeMaps/EncodingCodes.h"
 #include "Internal/DoubleByteRuns.h"
+#include "Internal/Utf8Encoding.h"
 #include "Internal/Utf8Sequences.h"
+#include "Internal/Words.h"
 #include "Utility/TextKit/CodeMapTables.h"
 #include "Utility/TextKit/Encodings.h"
 
@@ -18,10 +20,6 @@ constexpr std::uint32_t kReplacementCharacter = 0xFFFD;
 
 // Text is written through a buffer of this many input bytes, each of which makes three bytes at most.
 constexpr std::ptrdiff_t kBlock = 2048;
-
-bool StartsWith(std::string_view text, std::string_view prefix) {
-    return text.substr(0, prefix.size()) == prefix;
-}
 
 void CountReplacement(Decoded& out, const char* place, std::string_view bytes) {
     if (out.replaced++ == 0) out.first_replaced = static_cast<std::size_t>(place - bytes.data());
@@ -151,15 +149,39 @@ void DecodeUtf8(std::string_view bytes, Decoded& decoded) {
     }
 }
 
-// `load` reads a unit of two bytes.
-template <typename Load>
-void DecodeUtf16(std::string_view bytes, std::string_view mark, Decoded& decoded, Load load) {
+// Reads a unit of UTF-16, of two bytes in one order or the other.
+using LoadUnit = unsigned(const char*);
+
+// Writes the units in front of the first surrogate as UTF-8 and returns their number. Few at a time, as surrogates may be many.
+template <LoadUnit* kLoad>
+std::size_t EncodePlainUnits(const char* pos, const char* end, char*& out) {
+    constexpr std::size_t kMostUnits = 128;
+    wchar_t units[kMostUnits];
+    std::size_t count = std::min(kMostUnits, static_cast<std::size_t>(end - pos) / 2);
+    wchar_t surrogates = 0;  // counted without a branch, so that the compiler can do it in vectors
+    for (std::size_t i = 0; i < count; ++i) {
+        units[i] = static_cast<wchar_t>(kLoad(pos + 2 * i));
+        surrogates += (units[i] & 0xF800) == 0xD800;
+    }
+    const auto is_surrogate = [](wchar_t unit) { return (unit & 0xF800) == 0xD800; };
+    if (surrogates > 0) count = static_cast<std::size_t>(std::find_if(units, units + count, is_surrogate) - units);
+    out = EncodeBmp(units, units + count, out);
+    return count;
+}
+
+template <LoadUnit* kLoad>
+void DecodeUtf16(std::string_view bytes, std::string_view mark, Decoded& decoded) {
     const std::string_view content = StartsWith(bytes, mark) ? bytes.substr(mark.size()) : bytes;
     const char* const end = content.data() + content.size();
     const auto is_surrogate = [](unsigned unit, unsigned first) { return (unit & 0xFC00) == first; };
-    DecodeBlocks(content, decoded.text, [&](const char*& pos, const char*, char*& out) {
-        const unsigned unit = end - pos > 1 ? load(pos) : 0;
-        const unsigned next = end - pos > 3 ? load(pos + 2) : 0;
+    DecodeBlocks(content, decoded.text, [&](const char*& pos, const char* block_end, char*& out) {
+        const std::size_t plain_units = EncodePlainUnits<kLoad>(pos, block_end, out);
+        if (plain_units > 0) {
+            pos += 2 * plain_units;
+            return;
+        }
+        const unsigned unit = end - pos > 1 ? kLoad(pos) : 0;
+        const unsigned next = end - pos > 3 ? kLoad(pos + 2) : 0;
         const bool high = is_surrogate(unit, 0xD800);
         if (high && is_surrogate(next, 0xDC00)) {
             out = WriteUtf8(0x10000 + ((unit & 0x3FF) << 10 | (next & 0x3FF)), out);
@@ -176,8 +198,11 @@ void DecodeUtf16(std::string_view bytes, std::string_view mark, Decoded& decoded
     });
 }
 
-constexpr unsigned LoadBigEndianUnit(const char* bytes) {
-    return TwoByteCode(ToByte(bytes[0]), ToByte(bytes[1]));
+unsigned LoadUnitLowFirst(const char* bytes) {
+    return LoadWord<std::uint16_t>(bytes);
+}
+unsigned LoadUnitHighFirst(const char* bytes) {
+    return __builtin_bswap16(LoadWord<std::uint16_t>(bytes));
 }
 
 // Big-endian UTF-16 shows itself by a NUL in front of every ASCII character, with which markup begins: the number of such
@@ -266,10 +291,10 @@ Decoded Decode(std::string_view bytes, Encoding encoding, const CodeMaps& maps) 
             DoubleByteDecoder(bytes, *maps.tables().big5.to_utf8, false, maps.tables().big5_plane_2, decoded).Run();
             break;
         case Encoding::kUtf16Le:
-            DecodeUtf16(bytes, kUtf16LeMark, decoded, LoadUcs2);
+            DecodeUtf16<LoadUnitLowFirst>(bytes, kUtf16LeMark, decoded);
             break;
         case Encoding::kUtf16Be:
-            DecodeUtf16(bytes, kUtf16BeMark, decoded, LoadBigEndianUnit);
+            DecodeUtf16<LoadUnitHighFirst>(bytes, kUtf16BeMark, decoded);
             break;
         default:
             DecodeUtf8(bytes, decoded);

@@ -2,7 +2,9 @@
 #include <charconv>
 #include <cstring>
 
+#include "Internal/Utf8Runs.h"
 #include "Internal/Utf8Sequences.h"
+#include "Internal/Words.h"
 #include "Utility/TextKit/CodeMapTables.h"
 #include "Utility/TextKit/Encodings.h"
 
@@ -12,41 +14,107 @@ namespace {
 
 using namespace utility::internal;
 
-constexpr std::uint32_t kReplacementCharacter = 0xFFFD;
-
 // Bytes are written through a buffer of this many input bytes. A malformed byte grows most, to "&#65533;".
-constexpr std::ptrdiff_t kBlock = 1024;
+constexpr std::ptrdiff_t kBlock = 2048;
 constexpr std::size_t kMostPerByte = sizeof "&#65533;" - 1;
+
+// What ReadUtf8Runs writes of the characters that are frequent in the target, two bytes each; One(code point) writes any, and
+// says whether the target has it. This one is for GBK and Big5.
+struct DoubleByteWriter {
+    const std::uint16_t* codes;  // of each code point up to FFFF, lead byte highest; 0 for none
+    bool plane_2;                // whether the codes of Big5 for plane 2 are known
+    char* out = nullptr;
+
+    unsigned Four(CodePoints4 code_points) {
+        unsigned known = 4;
+        for (unsigned i = 4; i-- > 0;) {
+            const unsigned code = codes[code_points[i]];
+            StoreWord(static_cast<std::uint16_t>(code << 8 | code >> 8), out + 2 * i);
+            known = code > 0xFF ? known : i;
+        }
+        return known;
+    }
+    void Took(unsigned count) { out += 2 * count; }
+    void Ascii8(const char* bytes) { std::memcpy(out, bytes, 8); }
+    void TookAscii(unsigned count) { out += count; }
+    bool One(std::uint32_t code_point) {
+        const unsigned code = code_point < 0x80      ? code_point
+                              : code_point <= 0xFFFF ? codes[code_point]
+                              : plane_2              ? Plane2ToBig5(code_point)
+                                                     : 0;
+        if (code == 0 && code_point != 0) return false;
+        if (code > 0xFF) *out++ = ToChar(code >> 8);
+        *out++ = ToChar(code & 0xFF);
+        return true;
+    }
+};
+
+template <bool kHighByteFirst>
+struct Utf16Writer {
+    char* out = nullptr;
+
+    static constexpr std::uint16_t InOrder(unsigned unit) {
+        return static_cast<std::uint16_t>(kHighByteFirst ? unit << 8 | unit >> 8 : unit);
+    }
+    unsigned Four(CodePoints4 code_points) {
+        for (unsigned i = 0; i < 4; ++i) StoreWord(InOrder(code_points[i]), out + 2 * i);
+        return 4;
+    }
+    void Took(unsigned count) { out += 2 * count; }
+    void Ascii8(const char* bytes) {
+        // A byte further on, the low bytes are the ones behind zeros.
+        Widen8ToUcs2(bytes, out + kHighByteFirst);
+        if (kHighByteFirst) out[0] = '\0';
+    }
+    void TookAscii(unsigned count) { out += 2 * count; }
+    bool One(std::uint32_t code_point) {
+        if (code_point > 0xFFFF) {
+            StoreWord(InOrder(0xD800 | (code_point - 0x10000) >> 10), out);
+            out += 2;
+            code_point = 0xDC00 | (code_point & 0x3FF);
+        }
+        StoreWord(InOrder(code_point), out);
+        out += 2;
+        return true;
+    }
+};
 
 class Encoder {
 public:
     Encoder(std::string_view text, Unmappable unmappable, Encoded& encoded)
         : text_(text), unmappable_(unmappable), encoded_(encoded) {}
 
-    // `write(code_point, out)` writes a character that is not ASCII and returns whether the target has it.
-    template <typename WriteAscii, typename Write>
-    void Run(WriteAscii write_ascii, Write write) {
+    template <typename Writer>
+    void Run(Writer writer) {
         char buffer[kMostPerByte * (kBlock + 4)];
         const char *pos = text_.data(), *const end = pos + text_.size();
-        while (pos < end) {
-            const char* const block_end = pos + std::min(kBlock, end - pos);
-            char* out = buffer;
-            while (pos < block_end) {
-                if (IsAscii(ToByte(*pos))) {
-                    const char* const run_end = SkipAscii(pos, block_end);
-                    write_ascii(pos, run_end, out);
-                    pos = run_end;
-                    continue;
+        const auto write_one = [&](const char*& place) { WriteOne(place, end, writer); };
+        while (pos != end) {
+            writer.out = buffer;
+            pos = ReadUtf8Runs<ThreeBytes::kStrict>(pos, pos + std::min(kBlock, end - pos), writer, write_one);
+            while (end - pos < kUtf8Turn && pos != end) {
+                if (end - pos >= 8 && (LoadWord<std::uint64_t>(pos) & kTopBits) == 0) {
+                    writer.Ascii8(pos);
+                    writer.TookAscii(8);
+                    pos += 8;
+                } else {
+                    write_one(pos);
                 }
-                const Utf8Sequence sequence = ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos));
-                const std::uint32_t code_point =
-                    sequence.valid ? Utf8CodePoint(pos, sequence.length) : kReplacementCharacter;
-                const bool written = write(code_point, out);
-                if (!written) WriteUnmappable(code_point, out);
-                if (!written || !sequence.valid) Count(pos);
-                pos += sequence.length;
             }
-            encoded_.bytes.append(buffer, static_cast<std::size_t>(out - buffer));
+            encoded_.bytes.append(buffer, writer.out);
+        }
+    }
+    // UTF-8 to UTF-8.
+    void Repair() {
+        const char *pos = text_.data(), *const end = pos + text_.size();
+        while (pos != end) {
+            const char* const valid_end = SkipValidUtf8(pos, end);
+            encoded_.bytes.append(pos, valid_end);
+            pos = valid_end;
+            if (pos == end) break;
+            Count(pos);
+            encoded_.bytes += kUtf8Replacement;
+            pos += ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos)).length;
         }
     }
 
@@ -67,46 +135,21 @@ private:
         *out++ = ';';
     }
 
+    // The character at `pos`, or what stands for it.
+    template <typename Writer>
+    void WriteOne(const char*& pos, const char* end, Writer& writer) {
+        const Utf8Sequence sequence = ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos));
+        const std::uint32_t code_point = sequence.valid ? Utf8CodePoint(pos, sequence.length) : kReplacementCodePoint;
+        const bool written = writer.One(code_point);
+        if (!written) WriteUnmappable(code_point, writer.out);
+        if (!written || !sequence.valid) Count(pos);
+        pos += sequence.length;
+    }
+
     std::string_view text_;
     Unmappable unmappable_;
     Encoded& encoded_;
 };
-
-void CopyRun(const char* pos, const char* run_end, char*& out) {
-    const auto length = static_cast<std::size_t>(run_end - pos);
-    std::memcpy(out, pos, length);
-    out += length;
-}
-
-// `plane_2`: whether the codes of Big5 for plane 2 are known.
-void EncodeDoubleByte(Encoder encoder, const std::uint16_t* codes, bool plane_2) {
-    encoder.Run(CopyRun, [codes, plane_2](std::uint32_t code_point, char*& out) {
-        const unsigned code = code_point <= 0xFFFF ? codes[code_point] : plane_2 ? Plane2ToBig5(code_point) : 0;
-        if (code == 0) return false;
-        if (code > 0xFF) *out++ = ToChar(code >> 8);
-        *out++ = ToChar(code & 0xFF);
-        return true;
-    });
-}
-
-void EncodeUtf16(Encoder encoder, bool high_byte_first) {
-    const auto write_unit = [high_byte_first](unsigned unit, char*& out) {
-        StoreUcs2(high_byte_first ? (unit & 0xFF) << 8 | unit >> 8 : unit, out);
-        out += 2;
-    };
-    encoder.Run(
-        [=](const char* pos, const char* run_end, char*& out) {
-            for (; pos != run_end; ++pos) write_unit(ToByte(*pos), out);
-        },
-        [=](std::uint32_t code_point, char*& out) {
-            if (code_point > 0xFFFF) {
-                write_unit(0xD800 | (code_point - 0x10000) >> 10, out);
-                code_point = 0xDC00 | (code_point & 0x3FF);
-            }
-            write_unit(code_point, out);
-            return true;
-        });
-}
 
 }  // namespace
 
@@ -117,20 +160,19 @@ Encoded Encode(std::string_view utf8_text, Encoding encoding, Unmappable unmappa
     Encoder encoder(utf8_text, unmappable, encoded);
     switch (encoding) {
         case Encoding::kGbk:
-            EncodeDoubleByte(encoder, maps.tables().gbk.to_code, false);
+            encoder.Run(DoubleByteWriter{maps.tables().gbk.to_code, false});
             break;
         case Encoding::kBig5:
-            EncodeDoubleByte(encoder, maps.tables().big5.to_code, maps.tables().big5_plane_2);
+            encoder.Run(DoubleByteWriter{maps.tables().big5.to_code, maps.tables().big5_plane_2});
             break;
         case Encoding::kUtf16Le:
+            encoder.Run(Utf16Writer<false>{});
+            break;
         case Encoding::kUtf16Be:
-            EncodeUtf16(encoder, encoding == Encoding::kUtf16Be);
+            encoder.Run(Utf16Writer<true>{});
             break;
         default:
-            encoder.Run(CopyRun, [](std::uint32_t code_point, char*& out) {
-                out = WriteUtf8(code_point, out);
-                return true;
-            });
+            encoder.Repair();
     }
     return encoded;
 }

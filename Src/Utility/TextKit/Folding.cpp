@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 
@@ -35,14 +36,14 @@ constexpr bool IsFullWidthAscii(char32_t c) {
     return c >= U'！' && c <= U'～';
 }
 
-char32_t FoldWidth(char32_t c) {
+constexpr char32_t FoldWidth(char32_t c) {
     constexpr char32_t kSigns[] = {U'¢', U'£', U'¬', U'¯', U'¦', U'¥', U'₩'};  // of U+FFE0 to U+FFE6
     if (IsFullWidthAscii(c)) return c - U'！' + U'!';
     if (c >= 0xFFE0 && c <= 0xFFE6) return kSigns[c - 0xFFE0];
     return c == U'　' ? U' ' : c;
 }
 
-char32_t FoldCase(char32_t c) {
+constexpr char32_t FoldCase(char32_t c) {
     if (c < 0x80) return ToAsciiLower(static_cast<unsigned char>(c));
     const CaseRow* const row =
         std::lower_bound(std::begin(kCaseRows), std::end(kCaseRows), c,
@@ -51,7 +52,7 @@ char32_t FoldCase(char32_t c) {
     return static_cast<char32_t>(static_cast<std::int32_t>(c) + row->offset);
 }
 
-char32_t FoldPunctuation(char32_t c) {
+constexpr char32_t FoldPunctuation(char32_t c) {
     // Full-width ASCII keeps to FoldWidth, whatever the shared list says of ｀.
     if (IsFullWidthAscii(c)) {
         const auto narrow = static_cast<unsigned char>(FoldWidth(c));
@@ -64,21 +65,21 @@ char32_t FoldPunctuation(char32_t c) {
     return c;
 }
 
-char32_t FoldBrackets(char32_t c) {
+constexpr char32_t FoldBrackets(char32_t c) {
     if (const int place = kIndexOf<kBracketText>.Find(c); place >= 0) return place < kOpeningBrackets ? U'(' : U')';
     if (kIndexOf<kDoubleQuoteText>.Contains(c)) return U'"';
     return kIndexOf<kSingleQuoteText>.Contains(c) ? U'\'' : c;
 }
 
 // The shared separators, their ASCII forms and tabs, but for "." and "-".
-bool IsSeparator(char32_t c) {
+constexpr bool IsSeparator(char32_t c) {
     const char32_t narrow = FoldWidth(c);
     if (narrow == U'.' || narrow == U'-') return false;
     if (kIndexOf<kSeparatorText>.Contains(c) || c == U'＿' || c == U'／') return true;
     return c == U'\t' || c == U'\\' || c == U'|' || (c < 0x80 && kIndexOf<kAsciiSeparators>.Contains(c));
 }
 
-char32_t FoldCharacter(char32_t c, const FoldOptions& options) {
+constexpr char32_t FoldCharacter(char32_t c, const FoldOptions& options) {
     if (c >= 0x3400 && c < 0xA000) return c;  // most of a Chinese text
     if (options.separators && IsSeparator(c)) return U' ';
     if (options.brackets) c = FoldBrackets(c);
@@ -87,6 +88,27 @@ char32_t FoldCharacter(char32_t c, const FoldOptions& options) {
     if (options.letter_case) c = FoldCase(c);
     // What has become one since.
     return options.separators && IsSeparator(c) ? U' ' : c;
+}
+
+// What FoldCharacter makes of ASCII, by the options that matter to it.
+using AsciiForms = std::array<char, 0x80>;
+template <bool kSeparators, bool kBrackets, bool kLetterCase>
+constexpr AsciiForms kAsciiForms = [] {
+    FoldOptions options;
+    options.separators = kSeparators;
+    options.brackets = kBrackets;
+    options.letter_case = kLetterCase;
+    AsciiForms forms{};
+    for (char32_t c = 0; c < forms.size(); ++c) forms[c] = ToChar(FoldCharacter(c, options));
+    return forms;
+}();
+
+const AsciiForms& AsciiFormsFor(const FoldOptions& options) {
+    static constexpr const AsciiForms* kForms[] = {&kAsciiForms<false, false, false>, &kAsciiForms<true, false, false>,
+                                                   &kAsciiForms<false, true, false>,  &kAsciiForms<true, true, false>,
+                                                   &kAsciiForms<false, false, true>,  &kAsciiForms<true, false, true>,
+                                                   &kAsciiForms<false, true, true>,   &kAsciiForms<true, true, true>};
+    return *kForms[options.separators + 2 * options.brackets + 4 * options.letter_case];
 }
 
 // Chinese and Japanese characters and marks.
@@ -101,19 +123,25 @@ public:
     FoldWriter(std::size_t expected, bool squeezes) : squeezes_(squeezes) { folded_.reserve(expected); }
 
     void Append(char32_t c) {
-        if (squeezes_ && ClassOf(c) == CharacterClass::kSpace) {
+        if (squeezes_ && !IsPlainAscii(c) && ClassOf(c) == CharacterClass::kSpace) {
             blank_ = !folded_.empty();
             return;
         }
         if (blank_ && !(IsWide(last_) && IsWide(c))) folded_ += ' ';
         blank_ = false;
         last_ = c;
+        if (c < 0x80) {
+            folded_ += static_cast<char>(c);
+            return;
+        }
         char bytes[4];
         folded_.append(bytes, static_cast<std::size_t>(WriteUtf8(c, bytes) - bytes));
     }
     std::string Take() { return std::move(folded_); }
 
 private:
+    static constexpr bool IsPlainAscii(char32_t c) { return c > 0x20 && c < 0x7F; }
+
     std::string folded_;
     char32_t last_ = 0;
     bool squeezes_, blank_ = false;
@@ -123,7 +151,11 @@ private:
 
 std::string Fold(std::string_view text, const FoldOptions& options) {
     FoldWriter writer(text.size(), options.blanks);
-    for (const Character& character : Characters(text)) writer.Append(FoldCharacter(character.code_point, options));
+    const AsciiForms& ascii_forms = AsciiFormsFor(options);
+    for (CharacterCursor cursor{text, {}}; cursor.Advance();) {
+        const char32_t c = cursor.item.code_point;
+        writer.Append(c < 0x80 ? ToByte(ascii_forms[c]) : FoldCharacter(c, options));
+    }
     return writer.Take();
 }
 

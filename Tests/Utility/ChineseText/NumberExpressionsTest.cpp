@@ -1,5 +1,8 @@
 #include <cctype>
+#include <numeric>
+#include <random>
 
+#include "CodeTrans/Normalisation/StringFolding.h"
 #include "Support/TestSupport.h"
 #include "Utility.h"
 
@@ -88,6 +91,40 @@ TEST(WordStandardTest, EveryCharacter) {
     EXPECT_EQ(Standard("\xA3\xC1\xA3\xE2\xA3\xB1,"), "ab1");
     EXPECT_EQ(Standard("A B 7 ."), "a b 7");
     EXPECT_EQ(Standard("A  \xA3\xC1 \xD6\xD0 1 \xD6"), "aa\xD6\xD0 1");
+}
+
+// Texts long enough for runs against their characters one by one: what one becomes, as the tests of all characters show it.
+TEST(FoldingTest, RunsGiveWhatTheirCharactersGive) {
+    const struct {
+        std::string (*fold)(std::string text);
+        bool drops_blanks;
+    } rows[] = {
+        {[](std::string text) { return QuanJiao2BanJiao(text.data()), std::string(text.c_str()); }, false},
+        {[](std::string text) { return std::string(text, 0, str_normalization(text.data(), text.size(), false)); },
+         false},
+        {[](std::string text) { return std::string(WordStandard(text.data())); }, true},
+    };
+    const std::string pieces[] = {"\xD6\xD0", "\xCE\xC4", "\xA3\xC1", "\xA1\xA3", "\xA3\xBB", "\xE2\x80",
+                                  "\xB0\x41", "\x80\xFF", "a",        "B",        "7",        ",",
+                                  "_",        "-",        "x y",      " "};
+    std::mt19937 random(3);
+    for (int round = 0; round < 3000; ++round) {
+        const std::size_t kinds = 1 + random() % std::size(pieces), first = random() % std::size(pieces);
+        std::vector<std::string> chosen;
+        for (auto left = random() % (round % 20 == 0 ? 2000 : 60); left > 0; --left)
+            chosen.push_back(pieces[(first + random() % kinds) % std::size(pieces)]);
+        if (random() % 2 == 0) chosen.push_back("\xE2");  // a lone lead byte
+        const std::string text = std::accumulate(chosen.begin(), chosen.end(), std::string());
+        for (const auto& row : rows) {
+            std::string expected;
+            for (std::size_t i = 0; i < chosen.size(); ++i) {
+                const bool kept_blank = row.drops_blanks && chosen[i] == " " && i + 1 < chosen.size() &&
+                                        std::isalnum(static_cast<unsigned char>(chosen[i + 1][0])) != 0;
+                expected += kept_blank ? " " : row.fold(chosen[i]);
+            }
+            ASSERT_EQ(Hex(row.fold(text)), Hex(expected)) << Hex(text);
+        }
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <random>
 #include <string>
 
 #include "CodeTrans/CodeMaps/CodeMapsTestSupport.h"
@@ -197,6 +198,54 @@ TEST(EncodeTest, CountsWhatTheTargetLacks) {
     }
     EXPECT_EQ(textkit::Encode("€", Encoding::kGbk).bytes, "\x80");
     EXPECT_EQ(textkit::Encode("€", Encoding::kGbk, kMark, Maps()).bytes, "\x80");
+}
+
+// Characters in runs against each of them alone, which is too short for a run.
+TEST(EncodeTest, RunsGiveWhatTheirCharactersGive) {
+    const CodeMaps maps = Maps();
+    const std::string pieces[] = {"中",       "文",           "文",           "。",      "a",   "b ", "Z\n", "\u00A9",
+                                  "\u0800",   "\u20AC",       "\uD7FF",       "\uE000",  "鿿", "🍞",  "㐀",  "\xFF",
+                                  "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xE4\xB8"};
+    std::mt19937 random(5);
+    for (const Encoding encoding : kAll) {
+        for (int round = 0; round < 2000; ++round) {
+            // Most rounds are of few kinds of piece, so that there are runs.
+            const std::size_t kinds = 1 + random() % std::size(pieces), first = random() % std::size(pieces);
+            std::string text;
+            textkit::Encoded expected;
+            std::string decoded;
+            for (auto left = random() % (round % 50 == 0 ? 2000 : 100); left > 0; --left) {
+                const std::string& piece = pieces[(first + random() % kinds) % std::size(pieces)];
+                const textkit::Encoded one = textkit::Encode(piece, encoding, {}, maps);
+                if (expected.replaced == 0 && one.replaced != 0)
+                    expected.first_replaced = text.size() + one.first_replaced;
+                expected.replaced += one.replaced;
+                expected.bytes += one.bytes;
+                decoded += textkit::Decode(one.bytes, encoding, maps).text;
+                text += piece;
+            }
+            const textkit::Encoded encoded = textkit::Encode(text, encoding, {}, maps);
+            ASSERT_EQ(Hex(encoded.bytes), Hex(expected.bytes)) << Hex(text);
+            ASSERT_EQ(encoded.replaced, expected.replaced);
+            ASSERT_EQ(encoded.first_replaced, expected.first_replaced);
+            ASSERT_EQ(textkit::Decode(encoded.bytes, encoding, maps).text, decoded);
+        }
+    }
+    // Surrogates that are half a pair, among whole ones.
+    for (int round = 0; round < 2000; ++round) {
+        std::string units, text;
+        std::size_t replaced = 0;
+        for (auto left = random() % 600; left > 0; --left) {
+            const bool lone = random() % 100 < static_cast<unsigned>(round % 20);
+            const std::string character = pieces[random() % 4 == 0 ? 13 : random() % 8];
+            units += lone ? "\x00\xDCz\0"s : textkit::Encode(character, Encoding::kUtf16Le).bytes;
+            text += lone ? "\uFFFDz" : character;
+            replaced += lone;
+        }
+        const textkit::Decoded decoded = textkit::Decode(units, Encoding::kUtf16Le);
+        ASSERT_EQ(decoded.text, text);
+        ASSERT_EQ(decoded.replaced, replaced);
+    }
 }
 
 // Every code point there and back; of the codes that share a character one alone comes back.
