@@ -15,17 +15,22 @@ case $1 in
   */Utility/Paths/*) group=paths ;;
   */Utility/Runtime/*) group=runtime ;;
   */Utility/StringToolkit/*) group=strings ;;
-  */Utility/TextKit/*) group=textkit ;;
+  */Utility/TextKit/TextRange.h) group=textkit_chinese ;;
+  */Utility/TextKit/*) group=textkit_$(basename "$1" .h | tr '[:upper:]' '[:lower:]' | sed 's/text$//') ;;
   */Utility/Global.h) group=settings ;;
   */Utility/global_linux.h | */Utility/UtilityVersion.h | */Utility/UtilityExport.h) group=platform ;;
   *) exec cat "$1" ;;
 esac
-# From behind the comment on the file to the #endif of the include guard.
+# From behind the comment on the file to the #endif of the include guard; in a namespace within it, as what a namespace holds
+# is not in the group that the namespace is in.
 awk -v group="$group" '
   { line[NR] = $0 }
   /\*\// && !open { open = NR }
   /^#endif/ { close_at = NR }
+  /^namespace .*\{$/ { inner_open = NR }
+  /^}  \/\/ namespace/ { inner_close = NR }
   END {
+    if (inner_open) { open = inner_open; close_at = inner_close }
     for (i = 1; i <= NR; i++) {
       text = line[i]
       if (i == close_at) text = "/** @} */ " text

@@ -44,7 +44,7 @@ or JSON.")
 # Where every Debian package says its terms of use.
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   string(TOUPPER ${component} upper)
-  install(FILES cmake/copyright COMPONENT ${component}
+  install(FILES cmake/copyright COMPONENT ${component} EXCLUDE_FROM_ALL
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
 endforeach()
 

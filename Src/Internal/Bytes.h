@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cstddef>
+#include <string_view>
 
 namespace utility::internal {
 
@@ -32,6 +33,10 @@ constexpr bool IsAsciiLower(unsigned char byte) {
 }
 constexpr bool IsAsciiLetter(unsigned char byte) {
     return IsAsciiUpper(byte) || IsAsciiLower(byte);
+}
+
+constexpr bool StartsWith(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
 }
 
 // Bytes 10xxxxxx, which follow the lead byte of a UTF-8 sequence.

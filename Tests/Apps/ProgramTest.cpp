@@ -2,37 +2,18 @@
 
 #include <TextKit.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "Apps/Program.h"
 #include "Support/TestSupport.h"
 
 namespace {
 
-struct Outcome {
-    int status;
-    std::string output;  // standard output and standard error
-};
-
-Outcome PageText(const std::string& arguments, const std::string& folder = ".") {
-    const std::string command =
-        "cd " + folder + " && " + PAGETEXT_PROGRAM " " PAGETEXT_ARGUMENTS " " + arguments + " 2>&1";
-    std::FILE* pipe = popen(command.c_str(), "r");
-    Outcome outcome{-1, {}};
-    if (pipe == nullptr) return outcome;
-    char block[4096];
-    for (std::size_t n; (n = std::fread(block, 1, sizeof block, pipe)) > 0;) outcome.output.append(block, n);
-    const int status = pclose(pipe);
-    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
-
-std::string Page(const std::string& name) {
-    return std::string(UTILITY_TEST_SOURCE_DIR) + "/Examples/pages/" + name;
-}
+using test_program::Outcome;
+using test_program::Page;
+using test_program::PageText;
 
 TEST(ProgramTest, ReadsEverySamplePage) {
     struct Row {
@@ -109,7 +90,37 @@ TEST(ProgramTest, ReadsStandardInputAndWritesGbk) {
     EXPECT_EQ(PageText("--data /dev/null < /dev/null").status, 1);
     EXPECT_EQ(PageText("--sentences --json < /dev/null").status, 2);
     EXPECT_EQ(PageText("--json --to gbk < /dev/null").status, 2);
-    EXPECT_EQ(PageText("--help").status, 0);
+    EXPECT_EQ(PageText("--records --to gbk < /dev/null").status, 2);
+    EXPECT_EQ(PageText("--files0-from /dev/null page").status, 2);
+    EXPECT_EQ(PageText("--jobs -1 < /dev/null").status, 2);
+}
+
+TEST(ProgramTest, EveryOptionIsInTheManualAndTheCompletions) {
+    const std::string help = PageText("--help").output;
+    const std::string folder = std::string(UTILITY_TEST_SOURCE_DIR) + "/Apps/pagetext/";
+    std::string manual = test_support::ReadFileBytes(folder + "pagetext.1");
+    manual = std::regex_replace(manual, std::regex(R"(\\-)"), "-");
+    const std::string bash = test_support::ReadFileBytes(folder + "completion/pagetext");
+    const std::string zsh = test_support::ReadFileBytes(folder + "completion/_pagetext");
+    int options = 0;
+    const std::regex option(R"(--[a-z0-9-]+)");
+    for (std::sregex_iterator it(help.begin(), help.end(), option), end; it != end; ++it, ++options) {
+        SCOPED_TRACE(it->str());
+        const std::regex word(it->str() + "(?![a-z0-9-])");
+        EXPECT_TRUE(std::regex_search(manual, word));
+        EXPECT_TRUE(std::regex_search(bash, word));
+        EXPECT_TRUE(std::regex_search(zsh, word));
+    }
+    EXPECT_GE(options, 14);
+    const auto complete = [&](const std::string& words) {
+        return test_program::Shell("bash -c '. " + folder + "completion/pagetext; COMP_WORDS=(pagetext " + words +
+                                   "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _pagetext; echo ${COMPREPLY[@]}'")
+            .output;
+    };
+    EXPECT_EQ(complete("--to g"), "gbk\n");
+    EXPECT_EQ(complete("--from = utf-16"), "utf-16le utf-16be\n");
+    EXPECT_EQ(complete("--j"), "--jobs --json\n");
+    EXPECT_EQ(complete(folder + "pagetext."), folder + "pagetext.1\n");
 }
 
 }  // namespace

@@ -207,6 +207,7 @@ std::string KitDictionary(const Text& text) {
 
 }  // namespace
 
+// A row an operation, however many there are.
 // clang-format off
 const std::vector<TextOperation>& TextOperations() {
     static const std::vector<TextOperation> operations = {

@@ -4,6 +4,8 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "Internal/Utf8Sequences.h"
+
 namespace tools {
 
 namespace {
@@ -30,22 +32,8 @@ void ReadGridLine(std::string_view line, CodeToUnicode& codes, unsigned plane) {
 }  // namespace
 
 void AppendUtf8(std::string& text, char16_t code_point, unsigned plane) {
-    const unsigned c = plane << 16 | code_point;
-    if (c < 0x80) {
-        text += static_cast<char>(c);
-    } else if (c < 0x800) {
-        text += static_cast<char>(0xC0 | c >> 6);
-        text += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (plane != 0) {
-        text += static_cast<char>(0xF0 | c >> 18);
-        text += static_cast<char>(0x80 | (c >> 12 & 0x3F));
-        text += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-        text += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        text += static_cast<char>(0xE0 | c >> 12);
-        text += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-        text += static_cast<char>(0x80 | (c & 0x3F));
-    }
+    char bytes[4];
+    text.append(bytes, utility::internal::WriteUtf8(plane << 16 | code_point, bytes));
 }
 
 char16_t TakeUtf8(std::string_view& text, unsigned plane) {

@@ -108,7 +108,17 @@ bool Encoder::Append(Channel encoding, char16_t character, std::string& bytes) c
 
 std::string Encoder::Encode(Channel encoding, const std::u16string& text) const {
     std::string bytes;
-    for (const char16_t character : text) Append(encoding, character, bytes);
+    for (std::size_t pos = 0; pos < text.size(); ++pos) {
+        const bool pair =
+            encoding == utility::internal::kUtf8Channel && text[pos] >> 10 == 0x36 && pos + 1 < text.size();
+        if (!pair) {
+            Append(encoding, text[pos], bytes);
+            continue;
+        }
+        const unsigned code_point = 0x10000u + ((text[pos] & 0x3FFu) << 10 | (text[pos + 1] & 0x3FFu));
+        AppendUtf8(bytes, static_cast<char16_t>(code_point), code_point >> 16);
+        ++pos;
+    }
     return bytes;
 }
 

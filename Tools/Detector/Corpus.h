@@ -51,7 +51,7 @@ public:
 
     // Whether `encoding` has the character; appends it if so.
     bool Append(Channel encoding, char16_t character, std::string& bytes) const;
-    // The characters that it has not are left out.
+    // The characters that it has not are left out. Surrogate pairs are one character in UTF-8, two units in UCS-2.
     std::string Encode(Channel encoding, const std::u16string& text) const;
     // Empty unless the encoding has all characters and half of them or more are Chinese.
     std::string EncodeWindow(Channel encoding, const std::u16string& window) const;

@@ -20,9 +20,20 @@ void Shuffle(Items& items, Random& random) {
     for (std::size_t i = items.size(); i > 1; --i) std::swap(items[i - 1], items[random.Below(i)]);
 }
 
-// Running text made of words, each as often as its frequency asks for, with punctuation and line ends among them.
+// A character of the pictures of U+1F000 to U+1FAFF, as a surrogate pair; mostly a common one.
+std::u16string DrawPicture(Random& random) {
+    constexpr std::pair<unsigned, unsigned> kRanges[] = {{0x1F600, 0x1F64F}, {0x1F600, 0x1F64F}, {0x1F440, 0x1F49F},
+                                                         {0x1F300, 0x1F5FF}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF},
+                                                         {0x1F000, 0x1FAFF}};
+    const auto& range = kRanges[random.Below(std::size(kRanges))];
+    const auto picture = range.first + static_cast<unsigned>(random.Below(range.second - range.first + 1));
+    return {static_cast<char16_t>(0xD7C0 + (picture >> 10)), static_cast<char16_t>(0xDC00 | (picture & 0x3FF))};
+}
+
+// Running text made of words, each as often as its frequency asks for, with punctuation, line ends and, where the encoding
+// has them, pictures among them.
 std::u16string DrawWords(const TextFile& file, Random& random) {
-    constexpr std::uint64_t kDrawn = 1'000'000, kWordsPerMark = 7;
+    constexpr std::uint64_t kDrawn = 1'000'000, kWordsPerMark = 7, kWordsPerPicture = 80;
     constexpr std::u16string_view kMarks = u"，，，，，。。。、、：；！？“”（）《》…\n\n";
     std::uint64_t total = 0;
     for (const auto& word : file.words) total += word.second;
@@ -35,6 +46,9 @@ std::u16string DrawWords(const TextFile& file, Random& random) {
     for (const std::u16string* word : drawn) {
         text += *word;
         if (random.Below(kWordsPerMark) == 0) text += kMarks[random.Below(kMarks.size())];
+        if (random.Below(kWordsPerPicture) != 0) continue;
+        const std::u16string picture = DrawPicture(random);
+        for (auto repeated = random.Below(3) + 1; repeated > 0; --repeated) text += picture;
     }
     return text;
 }

@@ -24,10 +24,10 @@ constexpr double kOrdinaryInUnicode = 1e-6;
 // all units.
 constexpr double kPriorShare = 1e-5;
 
-// Phrases that decide by themselves: together they are this share of all units, so that a page is mostly read to its end
-// and a long text is not; none of them much of that, so that every kind of text has some; and each is less likely than
-// this in any other encoding.
-constexpr double kShareOfPhrases = 1.0 / 30'000;
+// Phrases, the second of which decides by itself: together they are this share of all units, so that a page is mostly read
+// to its end and a long text is not; none of them much of that, so that every kind of text has some; and each is less
+// likely than this in any other encoding.
+constexpr double kShareOfPhrases = 1.0 / 10'000;
 constexpr double kMostOfOnePhrase = 1.5e-6;
 constexpr double kBeyondDoubt = 1e-13;
 

@@ -42,8 +42,8 @@ public:
         Chain chain;
         int verdict;
     };
-    // Chains of three that are common enough in one encoding, and in texts of many kinds, to end the matter for good,
-    // and so far from what the others hold that nothing speaks against it.
+    // Chains of three that are common enough in one encoding, and in texts of many kinds, for two of them to end the
+    // matter for good, and so far from what the others hold that nothing speaks against it.
     std::vector<Phrase> Phrases() const;
 
 private:

@@ -9,7 +9,7 @@
 // How: samples of the text (Samples.h) are written in each encoding and cut into units (Units.h). The share of a unit among
 // all units, or behind the unit before it, is its likelihood in that encoding, and the logarithm of it, in points, its
 // delta (Scores.h). Every unit that tells anything has a pattern; chains of two have one where they tell more than their
-// units do; a few chains of three, beyond doubt in one encoding, have a verdict.
+// units do. The second of a few chains of three, each beyond doubt in one encoding, ends the matter.
 
 #include <algorithm>
 #include <array>
@@ -17,6 +17,7 @@
 #include <iostream>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "Detector/Corpus.h"
@@ -41,6 +42,8 @@ constexpr char kBehindAnother[] = "\x80\xFF";
 // One line in so many loses its first byte, as where a text begins inside a character.
 constexpr std::uint64_t kLinesPerCut = 100;
 
+constexpr Chain kTwoUnits = 0xFFFFFFFF;
+
 // The first unit of a text stands within so many bytes, or does not matter.
 constexpr std::size_t kLongestStart = 8;
 
@@ -59,7 +62,7 @@ std::size_t CharacterLength(tools::Channel encoding, unsigned char first) {
     if (encoding == tools::kUnicodeChannel) return 2;
     if (first < 0x80) return 1;
     if (encoding != tools::kUtf8Channel) return 2;
-    return first < 0xE0 ? 2 : 3;
+    return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
 // As if the text began at each of its characters.
@@ -95,38 +98,79 @@ tools::CountsByChannel CountAll(const std::vector<tools::Sample>& samples, const
 // Patterns of bytes and their effects, printed with those in one line that differ in the last byte only.
 class PatternPrinter {
 public:
-    void Add(std::string bytes, const Effect& effect) {
+    void Add(std::string bytes, const Effect& effect, const std::string& fallback = {}) {
         const auto last = static_cast<unsigned char>(bytes.back());
         bytes.pop_back();
-        lines_[bytes][{effect.verdict, effect.deltas}].set(last);
+        lines_[bytes][{effect.verdict, effect.deltas, fallback}].set(last);
     }
-    void Print(std::ostream& out) const {
+    // With `front` in front of the bytes of each.
+    void Print(std::ostream& out, const std::vector<tools::ByteClass>& front = {}) const {
         for (const auto& [bytes, effects] : lines_) {
             for (const auto& [effect, last] : effects) {
+                const auto& [verdict, deltas, fallback] = effect;
                 tools::Pattern pattern;
+                pattern.bytes = front;
                 for (const char c : bytes)
                     pattern.bytes.push_back(tools::ByteClass().set(static_cast<unsigned char>(c)));
                 pattern.bytes.push_back(last);
-                pattern.effect = Effect{effect.first, effect.second};
+                pattern.effect = Effect{verdict, deltas};
+                if (!fallback.empty()) pattern.fallback = fallback;
                 out << FormatPattern(pattern) << '\n';
             }
         }
     }
 
 private:
-    std::map<std::string, std::map<std::pair<int, tools::Deltas>, tools::ByteClass>> lines_;
+    std::map<std::string, std::map<std::tuple<int, tools::Deltas, std::string>, tools::ByteClass>> lines_;
 };
 
 std::string BytesOfChain(Chain chain) {
     return (chain > 0xFFFF ? BytesOfChain(chain >> 16) : "") + tools::BytesOf(tools::LastOf(chain));
 }
 
+// Where RULES has what follows a phrase of the encoding.
+std::string BehindPhrase(int verdict) {
+    return std::string("\xFF\xFF") + static_cast<char>(verdict);
+}
+
 bool Tells(const tools::Deltas& deltas) {
     return std::any_of(deltas.begin(), deltas.end(), [&](int delta) { return delta != deltas[0]; });
 }
 
+// As points in steps of a few, so that many units say the same.
+tools::Deltas InSteps(tools::Deltas deltas) {
+    constexpr int kStep = 4, kBest = 10, kWorst = -9;
+    for (int& delta : deltas) delta = std::max(kBest - (kBest - delta + kStep / 2) / kStep * kStep, kWorst);
+    return deltas;
+}
+
+// Behind the first phrase of an encoding: units go on to count one by one, in steps, which is as good for the long texts
+// that get there, and the next phrase of that encoding is the verdict.
+void PrintBehindPhrases(const tools::Scores& scores, const std::vector<tools::Scores::Phrase>& phrases) {
+    constexpr unsigned kLowestTrail = 0x40;  // of GBK and Big5
+    const auto ff = tools::ByteClass().set(0xFF);
+    tools::ByteClass verdicts;
+    std::map<int, PatternPrinter> of_verdict;
+    for (const auto& phrase : phrases) {
+        const Chain way = phrase.chain >> 16;
+        of_verdict[phrase.verdict].Add(BytesOfChain(way), {0, InSteps(scores.OfLater(tools::LastOf(way)))});
+        of_verdict[phrase.verdict].Add(BytesOfChain(phrase.chain), {phrase.verdict, {}});
+        verdicts.set(static_cast<std::size_t>(phrase.verdict));
+    }
+    PatternPrinter units;
+    for (unsigned index = 0; index < tools::kUnits; ++index) {
+        const auto unit = static_cast<Unit>(index);
+        const tools::Deltas deltas = InSteps(scores.OfLater(unit));
+        if ((unit & 0xFF) >= kLowestTrail && Tells(deltas)) units.Add(tools::BytesOf(unit), {0, deltas});
+    }
+    units.Print(std::cout, {ff, ff, verdicts});
+    for (const auto& [verdict, printer] : of_verdict)
+        printer.Print(std::cout, {ff, ff, tools::ByteClass().set(static_cast<std::size_t>(verdict))});
+}
+
 void PrintScores(const tools::Scores& scores, std::size_t most_pairs) {
     const auto pairs = scores.BestPairs(most_pairs);
+    const auto phrases = scores.Phrases();
     PatternPrinter printer;
     for (unsigned index = 0; index < tools::kUnits; ++index) {
         const auto unit = static_cast<Unit>(index);
@@ -136,14 +180,17 @@ void PrintScores(const tools::Scores& scores, std::size_t most_pairs) {
     }
     std::map<Chain, tools::Deltas> of_pair;
     for (const auto& pair : pairs) of_pair.emplace(pair.chain, pair.deltas);
-    for (const auto& phrase : scores.Phrases()) {
-        // What stands on the way to the phrase goes on to say what it says elsewhere.
-        const Chain way = phrase.chain >> 16;
-        of_pair.emplace(way, scores.OfLater(tools::LastOf(way)));
-        printer.Add(BytesOfChain(phrase.chain), {phrase.verdict, {}});
+    const auto of_second = [&](Chain chain) {
+        return of_pair.emplace(chain, scores.OfLater(tools::LastOf(chain))).first->second;
+    };
+    for (const auto& phrase : phrases) {
+        // What stands on the way to the phrase, and its end, go on to say what they say elsewhere.
+        of_second(phrase.chain >> 16);
+        printer.Add(BytesOfChain(phrase.chain), {0, of_second(phrase.chain & kTwoUnits)}, BehindPhrase(phrase.verdict));
     }
     for (const auto& [chain, deltas] : of_pair) printer.Add(BytesOfChain(chain), {0, deltas});
     printer.Print(std::cout);
+    PrintBehindPhrases(scores, phrases);
 }
 
 }  // namespace

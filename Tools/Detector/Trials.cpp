@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::size_t kTriesPerWindow = 100;
 constexpr std::size_t kPageCharacters = 3000;
+constexpr std::ptrdiff_t kLeastChinese = 300;  // in a page
 constexpr std::size_t kLongText = 1 << 20;
 
 constexpr char16_t kPageBegin[] =
@@ -159,8 +160,10 @@ std::vector<std::u16string> TrialMaker::PartsOf(const Case& which) const {
     std::vector<std::u16string> parts;
     for (const TextFile& file : files_) {
         if (!file.words.empty() || !(file.traditional ? which.traditional : which.simplified)) continue;
-        for (std::size_t pos = 0; pos < file.text.size() && parts.size() < most_; pos += kPageCharacters)
-            parts.push_back(file.text.substr(pos, kPageCharacters));
+        for (std::size_t pos = 0; pos < file.text.size() && parts.size() < most_; pos += kPageCharacters) {
+            const std::u16string part = file.text.substr(pos, kPageCharacters);
+            if (std::count_if(part.begin(), part.end(), IsHan) >= kLeastChinese) parts.push_back(part);
+        }
     }
     return parts;
 }

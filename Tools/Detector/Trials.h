@@ -30,7 +30,8 @@ public:
     std::vector<std::string> Windows(const Case& which, std::size_t size) const;
     // Runs of seven Chinese characters, each inside a page of English markup.
     std::vector<std::string> ShortInMarkup(const Case& which) const;
-    // Each file in parts of some thousand characters, as pages of HTML.
+    // Each file in parts of some thousand characters, as pages of HTML. Parts with hardly any Chinese, such as lists of
+    // English names, are no pages.
     std::vector<std::string> Pages(const Case& which) const;
     // Pages whose first part is in one encoding and whose rest, from `percent` of it on, is in another.
     std::vector<std::string> MixedPages(const Case& first, const Case& rest, std::size_t percent) const;

@@ -2,6 +2,7 @@
 //
 //     namedreferences FILE      one row a name, in byte order: {"amp;", "\x26"},
 
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -9,24 +10,19 @@
 #include <stdexcept>
 #include <string>
 
-namespace {
+#include "Internal/Utf8Sequences.h"
 
-void AppendUtf8(std::string& text, unsigned long c) {
-    if (c < 0x80) {
-        text += static_cast<char>(c);
-        return;
-    }
-    const int following = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-    constexpr unsigned kLeads[] = {0, 0xC0, 0xE0, 0xF0};
-    text += static_cast<char>(kLeads[following] | c >> (6 * following));
-    for (int i = following - 1; i >= 0; --i) text += static_cast<char>(0x80 | (c >> (6 * i) & 0x3F));
-}
+namespace {
 
 std::string Row(const std::string& line) {
     std::istringstream words(line);
     std::string name, code_point, text;
     words >> name;
-    while (words >> code_point) AppendUtf8(text, std::stoul(code_point.substr(2), nullptr, 16));
+    while (words >> code_point) {
+        char bytes[4];
+        text.append(bytes, utility::internal::WriteUtf8(
+                               static_cast<std::uint32_t>(std::stoul(code_point.substr(2), nullptr, 16)), bytes));
+    }
     if (name.empty() || text.empty()) throw std::runtime_error("expected a name and code points: " + line);
     std::string row = "{\"" + name + "\", \"";
     for (const char c : text) {

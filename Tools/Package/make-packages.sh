@@ -10,7 +10,7 @@ mkdir -p "$1"
 
 # Under /usr, without a run path: the loader finds the library in the system's own folder.
 cmake -S "$top" -B "$top/build/packages" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
-  -DCMAKE_SKIP_INSTALL_RPATH=ON -DUTILITY_BUILD_TESTS=OFF >/dev/null
+  -DCMAKE_SKIP_INSTALL_RPATH=ON -DUTILITY_ZSH_COMPLETIONS=zsh/vendor-completions -DUTILITY_BUILD_TESTS=OFF >/dev/null
 cmake --build "$top/build/packages"
 rm -f "$top"/build/packages/*.deb
 (cd "$top/build/packages" && cpack -G DEB)

@@ -27,6 +27,7 @@ inside pagetext --version
 inside pagetext --detect /pages/news-gbk.html /pages/article-big5.html
 inside pagetext --sentences /pages/broken-gbk.html | head -n 2
 inside ldd /usr/bin/pagetext | grep libutility
+inside bash -c '. /usr/share/bash-completion/completions/pagetext && complete -p pagetext'
 
 step "the development files and a compiler"
 inside sh -c 'apt-get install -qq -y --no-install-recommends g++ cmake make pkg-config /packages/libutility-dev_*.deb' \
@@ -44,6 +45,6 @@ inside sh -c 'c++ -std=c++17 -DCODEMAPS="\"$(pkg-config --variable=codemaps util
 
 step "removed again"
 inside apt-get purge -qq -y libutility1 libutility-dev pagetext >/dev/null
-left=$(find "$root/usr" -name 'libutility*' -o -name 'pagetext*' -o -name Utility -o -name utility -o -name utility.pc)
+left=$(find "$root/usr" -path '*/include/c++' -prune -o \( -name 'libutility*' -o -name '*pagetext*' -o -name Utility -o -name utility -o -name utility.pc \) -print)
 [ -z "$left" ] || { echo "left behind: $left"; exit 1; }
 step "done"

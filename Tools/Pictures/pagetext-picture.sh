@@ -17,6 +17,8 @@ show() {
   show "pagetext --sentences broken-gbk.html | head -n 3"
   show "echo 'To: 张三 <zhang.san@example.com>' | pagetext --plain --emails"
   show "pagetext --json notice-utf16le.html | cut -b 1-72"
+  show "find . -name '*g*.html' -print0 | sort -z | pagetext --files0-from - --jobs 4 --detect"
+  show "echo '{\"id\":7,\"path\":\"news-gbk.html\"}' | pagetext --records --detect"
 } | awk '
   function escaped(text) { gsub(/&/, "\\&amp;", text); gsub(/</, "\\&lt;", text); gsub(/\t/, "  ", text); return text }
   { line[NR] = escaped($0) }

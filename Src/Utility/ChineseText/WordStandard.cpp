@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "Internal/AsciiCase.h"
 #include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
 #include "Internal/FoldingRuns.h"
@@ -13,19 +14,15 @@ using utility::internal::ByteSet;
 using utility::internal::FoldInPlace;
 using utility::internal::IsAsciiDigit;
 using utility::internal::IsAsciiLetter;
-using utility::internal::IsAsciiUpper;
 using utility::internal::PairFolder;
 using utility::internal::PairIndex;
 using utility::internal::PairTable;
+using utility::internal::ToAsciiLower;
 using utility::internal::ToByte;
 using utility::internal::ToChar;
 
 constexpr bool IsAsciiAlphanumeric(unsigned char byte) {
     return IsAsciiLetter(byte) || IsAsciiDigit(byte);
-}
-
-constexpr char ToAsciiLower(unsigned char byte) {
-    return ToChar(IsAsciiUpper(byte) ? byte + ('a' - 'A') : byte);
 }
 
 // What a single byte becomes, and what a blank in front of it does; NUL where they are dropped. So is a lone lead byte.
@@ -38,7 +35,7 @@ constexpr ByteForms kByteForms = [] {
     ByteForms forms;
     for (unsigned value = 0; value < 256; ++value) {
         const auto byte = static_cast<unsigned char>(value);
-        if (IsAsciiAlphanumeric(byte) || kKept.Contains(byte)) forms.own[value] = ToByte(ToAsciiLower(byte));
+        if (IsAsciiAlphanumeric(byte) || kKept.Contains(byte)) forms.own[value] = ToAsciiLower(byte);
         if (IsAsciiAlphanumeric(byte)) forms.of_blank_in_front[value] = ' ';
     }
     return forms;
@@ -53,7 +50,7 @@ constexpr PairTable<char> kPairForms = [] {
         const auto ascii = static_cast<unsigned char>(trail & 0x7F);
         char& form = forms[PairIndex(kFullWidthLead, static_cast<unsigned char>(trail))];
         if (trail >= kFirstMarkFolded) form = ';';
-        if (IsAsciiAlphanumeric(ascii)) form = ToAsciiLower(ascii);
+        if (IsAsciiAlphanumeric(ascii)) form = ToChar(ToAsciiLower(ascii));
     }
     return forms;
 }();

@@ -74,8 +74,8 @@ UTILITY_API CharacterClass ClassOf(char32_t code_point);
 /** How many characters of each class a text holds. */
 struct ClassCounts {
     std::array<std::size_t, kCharacterClasses> counts{}; /**< by the number of the class */
-    /** How many are of the class `kind`. */
 
+    /** How many are of the class `kind`. */
     std::size_t operator[](CharacterClass kind) const { return counts[static_cast<std::size_t>(kind)]; }
     /** How many there are of all classes together. */
     std::size_t total() const {
@@ -139,14 +139,16 @@ public:
 struct FoldOptions {
     bool width = true;       /**< full-width forms become ASCII, U+3000 a blank, ￠￡￢￥￦￣ their usual forms */
     bool letter_case = true; /**< small letters, in every script that has them (Unicode's simple case folding) */
-    bool punctuation =
-        false; /**< 、。—～“”‘’〔〕〈〉《》〖〗【】「」『』–―˙ and the small forms ﹐﹑﹒… become ASCII marks */
-    bool brackets = false; /**< every kind of opening bracket becomes "(", of closing bracket ")", “”„‟「」『』 '"',
-                                    ‘’‛ "'" */
-    bool separators = false; /**< ，。、／＼｜＿—, their ASCII forms, tabs and U+3000 become blanks; "." and "-", which
-                                    stand in numbers and names, stay */
-    bool blanks = false; /**< runs of blanks and line ends become one blank, or nothing between two Chinese characters
-                                    or marks and at the ends of the text */
+    /** 、。—～“”‘’〔〕〈〉《》〖〗【】「」『』–―˙ and the small forms ﹐﹑﹒… become ASCII marks. */
+    bool punctuation = false;
+    /** Every kind of opening bracket becomes "(", of closing bracket ")", “”„‟「」『』 '"', ‘’‛ "'". */
+    bool brackets = false;
+    /** ，。、／＼｜＿—, their ASCII forms, tabs and U+3000 become blanks; "." and "-", which stand in numbers and names,
+     * stay. */
+    bool separators = false;
+    /** Runs of blanks and line ends become one blank, or nothing between two Chinese characters or marks and at the ends of
+     * the text. */
+    bool blanks = false;
 };
 
 /** `text` in the form in which texts are compared and indexed. Folding what was folded changes nothing. Chinese characters

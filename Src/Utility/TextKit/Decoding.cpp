@@ -21,10 +21,6 @@ constexpr std::uint32_t kReplacementCharacter = 0xFFFD;
 // Text is written through a buffer of this many input bytes, each of which makes three bytes at most.
 constexpr std::ptrdiff_t kBlock = 2048;
 
-bool StartsWith(std::string_view text, std::string_view prefix) {
-    return text.substr(0, prefix.size()) == prefix;
-}
-
 void CountReplacement(Decoded& out, const char* place, std::string_view bytes) {
     if (out.replaced++ == 0) out.first_replaced = static_cast<std::size_t>(place - bytes.data());
 }

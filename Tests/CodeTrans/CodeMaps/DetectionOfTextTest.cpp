@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "CodeMapsTestSupport.h"
@@ -53,6 +54,38 @@ TEST(DetectionOfTextTest, TellsPartsOfChatFictionNewsAndSubtitles) {
         for (std::size_t i = 0; i < std::size(kSizes); ++i)
             EXPECT_GE(PartsRight(row.encoding, row.simplified, row.traditional, kSizes[i], row.code), row.floors[i])
                 << "encoding " << row.code << (row.simplified ? "" : ", Traditional") << ", " << kSizes[i];
+}
+
+TEST(DetectionOfTextTest, PicturesAmongChineseAreUtf8OrUcs2) {
+    ASSERT_EQ(CodeTrans_Initialize(UTILITY_TEST_DATA_FILE), 0);
+    for (const char* text :
+         {"好😀", "😂笑", "好的👍", "谢谢🙏", "😀", "哈哈🤣🤣🤣", "🎉生日快乐🎂", "明天见👋🏻"})
+        EXPECT_EQ(Detect(text), 1) << text;
+    for (const char* text : {"🎉生日快乐🎂", "好的，明天见👋"})
+        EXPECT_EQ(Detect(Convert("UTF-16LE", "UTF-8", text)), 8) << text;
+}
+
+// A text whose last third is in another encoding is in the encoding of the rest, and likewise its first third.
+TEST(DetectionOfTextTest, TheLongerPartOfATextCounts) {
+    ASSERT_EQ(CodeTrans_Initialize(UTILITY_TEST_DATA_FILE), 0);
+    const tools::Encoder encoder(tools::ReadGrid(UTILITY_SOURCE_DIR "/Data/gbk.txt"),
+                                 tools::ReadGrid(UTILITY_SOURCE_DIR "/Data/big5.txt"));
+    std::u16string text;
+    for (const tools::TextFile& file : tools::ReadCorpus(UTILITY_TEST_TEXT_FOLDER, {{"hant"}, {}})) text += file.text;
+    const std::size_t third = text.size() / 3;
+    constexpr std::pair<tools::Channel, int> kEncodings[] = {
+        {tools::kGbkChannel, 2}, {tools::kBig5Channel, 3}, {tools::kUtf8Channel, 1}};
+    for (const auto& [longer, code] : kEncodings) {
+        for (const auto& [shorter, other] : kEncodings) {
+            if (code == other) continue;
+            const std::string end = encoder.Encode(longer, text.substr(0, 2 * third)) + '\n' +
+                                    encoder.Encode(shorter, text.substr(2 * third));
+            const std::string begin =
+                encoder.Encode(shorter, text.substr(0, third)) + '\n' + encoder.Encode(longer, text.substr(third));
+            EXPECT_EQ(Detect(end), code) << "then " << other;
+            EXPECT_EQ(Detect(begin), code) << "behind " << other;
+        }
+    }
 }
 
 TEST(DetectionOfTextTest, DamageInEnglishIsNoUcs2) {

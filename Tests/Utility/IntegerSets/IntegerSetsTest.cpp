@@ -51,7 +51,8 @@ TEST(IntegerSets, IntersectionAgreesWithTheAlgorithmForAnyLengths) {
     std::mt19937 random(1);
     const auto sorted = [&](std::size_t count, unsigned limit, bool different) {
         Values values(count);
-        for (int& value : values) value = static_cast<int>(random() % limit) - static_cast<int>(limit / 2);
+        const auto centre = static_cast<std::int64_t>(limit / 2);
+        for (int& value : values) value = static_cast<int>(static_cast<std::int64_t>(random() % limit) - centre);
         std::sort(values.begin(), values.end());
         if (different) values.erase(std::unique(values.begin(), values.end()), values.end());
         return values;
