@@ -19,7 +19,6 @@ using utility::internal::FoldInPlace;
 using utility::internal::Gbk;
 using utility::internal::IsAsciiUpper;
 using utility::internal::Join;
-using utility::internal::kAsciiSeparators;
 using utility::internal::kClosingBracketText;
 using utility::internal::kOpeningBracketText;
 using utility::internal::kQuotationMarkText;

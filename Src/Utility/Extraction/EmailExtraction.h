@@ -10,6 +10,7 @@
 #include "../UtilityExport.h"
 
 /** One address with what stands in front of it. Bytes are those of the text; no encoding is converted. */
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 struct UTILITY_API _email {
     std::string user;   /**< in front of the at sign: ASCII letters, folded to lower case, digits and `-._` */
     std::string domain; /**< behind it, made of the same */

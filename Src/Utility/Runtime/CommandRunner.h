@@ -38,6 +38,7 @@
  * meanwhile. Functions registered with pthread_atfork run.
  *
  * Should memory run out, std::bad_alloc is thrown, in the caller alone. */
+// NOLINTNEXTLINE(cert-fio38-c,misc-non-copyable-objects): hosts pass it so; only its address is taken
 UTILITY_API int system_run(char const* command, pthread_mutex_t mutex);
 
 #endif
