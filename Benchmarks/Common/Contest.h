@@ -60,7 +60,7 @@ public:
                 return;
             }
             for (auto _ : state) Keep(run());
-            state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
+            state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
         });
         return *this;
     }
