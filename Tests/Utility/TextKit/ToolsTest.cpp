@@ -167,6 +167,46 @@ TEST(ItemsTest, FindsJsonMembers) {
         EXPECT_EQ(textkit::JsonItem(row.json, "k").value_or("none"), row.value ? row.value : "none");
 }
 
+std::string RandomText(std::mt19937& random, const std::vector<std::string>& pieces) {
+    std::string text;
+    for (auto count = random() % 60; count > 0; --count) text += pieces[random() % pieces.size()];
+    return text;
+}
+
+// What stands behind the first member "k", found byte by byte; a text without one where there is none.
+std::string BehindMember(const std::string& json) {
+    for (std::size_t i = 0; i < json.size(); ++i) {
+        if (json[i] != '"') continue;
+        std::string name;
+        while (++i < json.size() && json[i] != '"') name += json[i] == '\\' ? json.substr(++i, 1) : json.substr(i, 1);
+        const std::size_t colon = json.find_first_not_of(' ', i + 1);
+        if (name == "k" && colon != json.npos && json[colon] == ':') return json.substr(colon);
+    }
+    return "";
+}
+
+// Items far into a text are looked for without reading what is in front of them name by name.
+TEST(ItemsTest, FarItemsAreThoseThatReadingFinds) {
+    std::mt19937 random(1);
+    int found = 0;
+    for (int round = 0; round < 30000; ++round) {
+        const std::string json = RandomText(random, {"\"", "\"k\"", "k\"", "\"x\":1,", " ", ":", "\"long value\""}) +
+                                 RandomText(random, {"\"", "\\", "\"k\"", "k\"", ":", " ", "1"});
+        const auto member = textkit::JsonItem(json, "k");
+        ASSERT_EQ(member, textkit::JsonItem("\"k\"" + BehindMember(json), "k")) << json;
+        std::string xml = RandomText(random, {"<b>", "</b>", "<", ">", "text", "<b =x>", "<b", "/", "!"});
+        if (round % 2 == 0)
+            xml += RandomText(random, {"'", "\"", "<b a=", ">", "<!--", "-->", "<?", "?>", "<![CDATA["});
+        xml += RandomText(random, {"<a>", "</a>", "<b>", "'", "<a", "-->", ">", "/>"});
+        // Behind a first tag with a stray quote behind it, every tag is read.
+        const std::string fast = "<r>" + xml, slow = "<r>'" + xml;
+        const auto element = textkit::XmlItem(fast, "a");
+        ASSERT_EQ(element, textkit::XmlItem(slow, "a")) << xml;
+        found += member.has_value() + element.has_value();
+    }
+    EXPECT_GT(found, 20000);
+}
+
 TEST(DictionaryTest, FindsWhatAPlainLoopFinds) {
     const std::vector<std::string> texts = test_support::AllTexts("ab\xFF", 5);
     std::mt19937 random(1);
@@ -188,9 +228,10 @@ TEST(DictionaryTest, FindsWhatAPlainLoopFinds) {
 
 // Sixteen times the text must not take many times sixteen the time.
 TEST(ToolsTest, HostileTextsTakeLinearTime) {
-    const std::string_view pieces[] = {"a@",     "a@b.",     "\\\"",     "\"<a@b.c>", "=?",     "=?a?q?",        "<",
-                                       "<a",     "<a '",     "<!--",     "\"k\" :",   "\"\\",   "{\"k\":",       "a.",
-                                       "\u3000", "aaaaaaaa", "\"<a@b.c", "(a",        "a@b.c(", "=?utf-8?q?=?= "};
+    const std::string_view pieces[] = {
+        "a@",     "a@b.",           "\\\"",  "\"<a@b.c>", "=?",     "=?a?q?", "<",        "<a",       "<a '",
+        "<!--",   "\"k\" :",        "\"\\",  "{\"k\":",   "a.",     "\u3000", "aaaaaaaa", "\"<a@b.c", "(a",
+        "a@b.c(", "=?utf-8?q?=?= ", "\"x\"", "x\"",       "a@b.c'", "<b",     "<c>'",     "\"x"};
     const auto run = [](const std::string& text) {
         const std::clock_t start = std::clock();
         textkit::EmailAddresses(text);
