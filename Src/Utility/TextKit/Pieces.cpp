@@ -107,9 +107,12 @@ std::size_t CountAsciiOf(Part part, std::string_view text) {
     return count;
 }
 
-// How many of the bytes at the start of `rest`, which starts with a character of the part, are a token. `last` is that
-// character.
-std::size_t TokenLength(std::string_view rest, Part part, Character last) {
+struct TokenBytes {
+    std::size_t length, behind;  // of the token and of what is known to be none behind it
+};
+
+// The token at the start of `rest`, which starts with `last`, a character of the part.
+TokenBytes MeasureToken(std::string_view rest, Part part, Character last) {
     constexpr ByteSet kInnerMarks{".,'"};
     for (std::size_t end = last.bytes.size();;) {
         // First what most tokens are made of, then any character.
@@ -120,13 +123,14 @@ std::size_t TokenLength(std::string_view rest, Part part, Character last) {
             end += count;
             last.code_point = ToByte(rest[end - 1]);
         }
-        if (end == rest.size()) return end;
-        if (IsAscii(ToByte(rest[end])) && (part == Part::kHan || !kInnerMarks.Contains(rest[end]))) return end;
+        if (end == rest.size()) return {end, 0};
+        if (IsAscii(ToByte(rest[end])) && (part == Part::kHan || !kInnerMarks.Contains(rest[end]))) return {end, 0};
         const std::string_view text = rest.substr(end);
         const Character next = FirstCharacter(text);
         const Part next_part = PartOf(next.code_point);
         const bool inside = part == Part::kWord && next_part == Part::kNone;
-        if (next_part != part && !(inside && IsInnerPunctuation(next, text, last.code_point))) return end;
+        if (next_part != part && !(inside && IsInnerPunctuation(next, text, last.code_point)))
+            return {end, next_part == Part::kNone ? next.bytes.size() : 0};
         last = next;
         end += next.bytes.size();
     }
@@ -142,8 +146,9 @@ bool CutToken(PieceCursor& cursor) {
         first = FirstCharacter(rest);
         part = PartOf(first.code_point);
     }
-    cursor.item = rest.substr(0, TokenLength(rest, part, first));
-    rest.remove_prefix(cursor.item.size());
+    const TokenBytes bytes = MeasureToken(rest, part, first);
+    cursor.item = rest.substr(0, bytes.length);
+    rest.remove_prefix(bytes.length + bytes.behind);
     return true;
 }
 
