@@ -110,6 +110,7 @@ TEST(MailTest, FindsAddressesAndNames) {
         {R"(From: "Smith, \"J\" \\" <a@b.c>, "x\" <c@d.e>)", {R"(Smith, "J" \|a@b.c)", R"(x\|c@d.e)"}},
         {"Cc: =?gb2312?B?1cU=?=\r\n =?gb2312?B?yP0=?= <z@x.cn>\nx\n<y@x.cn>", {"张三|z@x.cn", "|y@x.cn"}},
         {"\"=?utf-8?q?=E5=BC=A0=2C=E4=B8=89?=\" <z@x.cn>", {"张,三|z@x.cn"}},
+        {"\"  Li \r\n\t Si  \" <a@b.cn>, \" \" <c@d.cn>", {"Li Si|a@b.cn", "|c@d.cn"}},
         {"z@x.cn (Zhang San), w@x.cn (open", {"Zhang San|z@x.cn", "|w@x.cn"}},
         {"写信到li.lei@example.com谢谢。或 'b-2@Mail.example.com'.", {"|li.lei@example.com", "|b-2@mail.example.com"}},
         {"<root@localhost> root@localhost a@b@c.de x@1.2 @x.y a.@b.c .a@b.c a@-b.c a@b.c-.d",
