@@ -31,7 +31,7 @@ case $mode in
   release) needs+=(benchmark doxygen) ;;
   clang | hardened | newer) needs+=(clang) ;;
   address | fuzz) needs+=(clang clang-sanitizers) ;;
-  lint) needs+=(clang clang-format clang-tidy cppcheck) ;;
+  lint) needs+=(clang clang-format clang-tidy cppcheck icu uchardet) ;;
   all) needs+=(benchmark doxygen clang clang-sanitizers clang-format) ;;
   coverage) needs+=(gcovr) ;;
   valgrind) needs+=(valgrind) ;;
@@ -88,7 +88,7 @@ check_format() {
 lint() {
   check_format
   cmake -S . -B build/lint -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ -DUTILITY_BUILD_TESTS=OFF \
-    -DUTILITY_BUILD_APPS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+    -DUTILITY_BUILD_APPS=ON -DUTILITY_BUILD_COMPARISONS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
   cmake --build build/lint --target named_references big5_plane_2 character_classes case_folding embedded_codemaps
   git ls-files -z 'Src/*.cpp' 'Apps/*.cpp' 'Tools/*.cpp' | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p build/lint --quiet 2>/dev/null
   cppcheck --quiet --std=c++17 --enable=warning,portability,performance --inline-suppr --error-exitcode=1 -j "$(nproc)" \

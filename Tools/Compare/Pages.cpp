@@ -64,6 +64,7 @@ std::string Quoted(const std::string& name) {
 std::string W3mDump(const std::string& page, std::string_view charset) {
     const std::string command = "w3m -dump -T text/html -cols 2000 -o display_image=0 -I " + std::string(charset) +
                                 " -O utf-8 < " + Quoted(page);
+    // NOLINTNEXTLINE(cert-env33-c): the shell gets quoted names only
     std::FILE* const pipe = popen(command.c_str(), "r");
     std::error_code error;
     std::string text = pipe == nullptr ? "" : textkit::ReadFile(fileno(pipe), error);
@@ -76,7 +77,7 @@ std::string W3mDump(const std::string& page, std::string_view charset) {
 
 long Sum(const Counts& counts, long sign) {
     long sum = 0;
-    for (const auto& [token, count] : counts) sum += std::max(sign * count, 0l);
+    for (const auto& [token, count] : counts) sum += std::max(sign * count, 0L);
     return sum;
 }
 
