@@ -74,8 +74,8 @@ inline std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t 
     return texts;
 }
 
-// Up to four runs of up to 40 pieces, each run from one of the groups, as loops over runs of alike characters meet them;
-// a group is pieces separated by blanks.
+// Up to four runs of up to 40 pieces, each run from one of the groups, as loops over runs of alike characters meet
+// them; a group is pieces separated by blanks.
 inline std::string RandomRuns(std::mt19937& random, const std::vector<std::string>& groups) {
     std::string text;
     for (auto runs = random() % 5; runs > 0; --runs) {

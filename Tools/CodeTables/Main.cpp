@@ -62,8 +62,8 @@ CodeToUnicode ImportPairs(const char* path) {
     return codes;
 }
 
-// Pointer p of the index stands for lead byte p / 157 + 0x81 and the trail byte of rank p mod 157, the trail bytes being
-// 40 to 7E and A1 to FE.
+// Pointer p of the index stands for lead byte p / 157 + 0x81 and the trail byte of rank p mod 157, the trail bytes
+// being 40 to 7E and A1 to FE.
 CodeToUnicode ImportIndex(const char* path, unsigned plane) {
     constexpr unsigned kTrailsPerLead = 157, kLowTrails = 0x3F;
     std::ifstream in = Open(path);

@@ -2,8 +2,9 @@
 // the other lacks.
 //
 // A token is one of Tokens, Chinese ones cut into characters, or one other character that is no blank. How often each
-// occurs in a page counts, their order does not. What w3m draws, lines and bullets, is left out. With -v the differences of each page are listed, without it the most
-// frequent ones of all pages. w3m reads the page in the encoding that DetectPage finds.
+// occurs in a page counts, their order does not. What w3m draws, lines and bullets, is left out. With -v the
+// differences of each page are listed, without it the most frequent ones of all pages. w3m reads the page in the
+// encoding that DetectPage finds.
 
 #include <TextKit.h>
 
