@@ -6,11 +6,11 @@
 #   address    clang++, AddressSanitizer and UndefinedBehaviorSanitizer with the checks of implicit conversions
 #   thread     g++, ThreadSanitizer
 #   static     g++, the static library
+#   fuzz       every fuzz target for ten seconds (fuzz.sh)
 #   all        all of these, one after the other, and the format check
 #   hardened   g++ and clang++, Debug and Release: checks in the standard library, char without a sign
 #   newer      library and programs as C++20 and C++23, by g++ and clang++
 #   lint       clang-tidy, cppcheck and clang-format
-#   fuzz       every fuzz target for ten seconds (fuzz.sh)
 #   coverage   g++ with gcov; prints line and branch coverage of Src/, from the tests alone and with the fuzz corpus
 #   growth     writes the table of Docs/Reliability.md: how the time of every operation grows with its text
 #   valgrind   the test programs under valgrind
@@ -112,7 +112,7 @@ coverage() {
   gcovr "${options[@]}" --branches build/coverage | tail -3
 }
 
-for step in $([ "$mode" = all ] && echo release clang address thread static || echo "$mode"); do
+for step in $([ "$mode" = all ] && echo release clang address thread static fuzz || echo "$mode"); do
   [ "$mode" = all ] && echo "== $step"
   case $step in
     release) run_tests build -DCMAKE_BUILD_TYPE=Release -DUTILITY_BUILD_BENCHMARKS=ON -- "$@" ;;
@@ -125,7 +125,7 @@ for step in $([ "$mode" = all ] && echo release clang address thread static || e
     hardened) hardened "$@" ;;
     newer) for standard in 20 23; do build_as $standard g++; build_as $standard clang++; done ;;
     lint) lint ;;
-    fuzz) ./fuzz.sh 10 ;;
+    fuzz) JOBS=$(nproc) ./fuzz.sh 10 ;;
     coverage) coverage "$@" ;;
     growth)
       cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
