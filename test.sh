@@ -81,6 +81,32 @@ build_as() {
   cmake --build "build/cxx$1-$2"
 }
 
+# Puts the converters of the C library for s390x, which Debian's cross compiler comes without, and a GBK locale in that
+# byte order into a folder.
+fetch_s390x_library() {
+  local folder=$1 options
+  [ -e "$folder/locale/zh_CN.gbk" ] && return
+  mkdir -p "$folder/lists/partial" "$folder/cache/archives/partial" "$folder/locale"
+  options=(-qq -o APT::Architecture=s390x -o APT::Architectures=s390x -o "Dir::State::Lists=$folder/lists"
+    -o "Dir::Cache=$folder/cache" -o APT::Sandbox::User=root)
+  apt-get "${options[@]}" update
+  (cd "$folder" && apt-get "${options[@]}" download libc6 && dpkg-deb -x libc6_*.deb root)
+  localedef --big-endian --no-archive -i zh_CN -f GBK "$folder/locale/zh_CN.gbk" || [ -e "$folder/locale/zh_CN.gbk/LC_CTYPE" ]
+}
+
+bigendian() {
+  local folder=$PWD/build/bigendian library=$PWD/build/bigendian-library
+  fetch_s390x_library "$library"
+  cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR=s390x \
+    -DCMAKE_CXX_COMPILER=s390x-linux-gnu-g++ -DCMAKE_C_COMPILER=s390x-linux-gnu-gcc \
+    -DCMAKE_CROSSCOMPILING_EMULATOR="$(command -v qemu-s390x-static);-L;/usr/s390x-linux-gnu" \
+    -DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST -DUTILITY_GOOGLETEST_SOURCE=/usr/src/googletest \
+    -DUTILITY_BUILD_TESTS=ON -DUTILITY_BUILD_APPS=OFF >/dev/null
+  cmake --build "$folder"
+  run_programs build/bigendian qemu-s390x-static -L /usr/s390x-linux-gnu -E LOCPATH="$library/locale" \
+    -E GCONV_PATH="$library/root/usr/lib/s390x-linux-gnu/gconv"
+}
+
 check_format() {
   git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format --dry-run -Werror
 }
@@ -139,16 +165,7 @@ for step in $([ "$mode" = all ] && echo release clang address thread static fuzz
       run_programs build/valgrind env GTEST_FILTER='-Faults.*' valgrind --quiet --error-exitcode=9 --leak-check=full \
         --show-leak-kinds=definite --errors-for-leak-kinds=definite
       ;;
-    bigendian)
-      # Threads and forks are the emulator's business; the C library there has no GBK locale, so the tables are used.
-      cmake -S . -B build/bigendian -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux \
-        -DCMAKE_SYSTEM_PROCESSOR=s390x -DCMAKE_CXX_COMPILER=s390x-linux-gnu-g++ -DCMAKE_C_COMPILER=s390x-linux-gnu-gcc \
-        -DCMAKE_CROSSCOMPILING_EMULATOR="$(command -v qemu-s390x-static);-L;/usr/s390x-linux-gnu" \
-        -DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST -DUTILITY_GOOGLETEST_SOURCE=/usr/src/googletest \
-        -DUTILITY_BUILD_TESTS=ON -DUTILITY_BUILD_APPS=OFF >/dev/null
-      cmake --build build/bigendian
-      run_programs build/bigendian qemu-s390x-static -L /usr/s390x-linux-gnu
-      ;;
+    bigendian) bigendian ;;
   esac
 done
 if [ "$mode" = all ]; then check_format; fi

@@ -29,6 +29,9 @@
 
 namespace test_support {
 
+// Whether this machine stores the low byte of a number first.
+inline constexpr bool kLowByteFirst = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+
 // Bytes as "D6 D0 41", for comparing and naming what no terminal shows.
 inline std::string Hex(std::string_view bytes) {
     constexpr char kDigits[] = "0123456789ABCDEF";
