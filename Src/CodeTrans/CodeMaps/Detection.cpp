@@ -9,6 +9,10 @@
 #include "Internal/Bytes.h"
 #include "Internal/Words.h"
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace utility::internal {
 
 namespace {
@@ -62,13 +66,33 @@ DetectionResult WithLead(const Tally& tally, int verdict) {
     return {verdict, false, verdict == ENCODE_UNKNOWN ? 0 : std::max<std::int64_t>(tally.sum[winner] - next, 0)};
 }
 
-// Adds up what the records of a form say, in words whose bytes and halves are counters of their own. Each takes 255 records
-// before it is emptied into the tally.
-class FormTally {
+// The end of the printable ASCII, 20 to 7F, at `pos`.
+const char* SkipPrintable(const char* pos, const char* end) {
+#ifdef __SSE2__
+    for (; end - pos >= 16; pos += 16) {
+        // As signed bytes those are above 1F, and no others.
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pos));
+        const auto printable = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(0x1F))));
+        if (printable != 0xFFFF) return pos + LowestBit(~printable);
+    }
+#else
+    for (; end - pos >= 8; pos += 8) {
+        // Those have a bit of the two below the top one, and no top bit.
+        const auto word = LoadWord<std::uint64_t>(pos);
+        if ((((word << 1 | word << 2) & ~word) & kTopBits) != kTopBits) break;
+    }
+#endif
+    while (pos != end && ToByte(*pos) >= 0x20 && IsAscii(ToByte(*pos))) ++pos;
+    return pos;
+}
+
+// Adds up scores in words whose bytes and halves are counters of their own. Each takes 255 scores before it is emptied into
+// the tally.
+class ScoreBlock {
 public:
     static constexpr std::size_t kMost = 255;
 
-    void Add(std::uint32_t score) {
+    void Add(Score score) {
         // A byte is 11 or more exactly where 75 hex more give it a top bit; none is above 33.
         positive_ += (score + 0x75757575u) >> 7 & 0x01010101u;
         even_ += score & 0x00FF00FFu;
@@ -78,8 +102,8 @@ public:
     void EmptyInto(Tally& tally) {
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
             const std::uint32_t pair = channel % 2 == 0 ? even_ : odd_;
-            tally.sum[channel] += static_cast<std::int64_t>(pair >> 8 * (channel & 2u) & 0xFFFF) -
-                                  std::int64_t{ScanForm::kScoreOffset} * scored_;
+            tally.sum[channel] +=
+                static_cast<std::int64_t>(pair >> 8 * (channel & 2u) & 0xFFFF) - std::int64_t{kScoreOffset} * scored_;
             tally.positive[channel] += positive_ >> 8 * channel & 0xFF;
         }
         tally.scored += scored_;
@@ -90,55 +114,133 @@ private:
     std::uint32_t positive_ = 0, even_ = 0, odd_ = 0, scored_ = 0;
 };
 
-// The end of the words of printable ASCII at `pos`: 20 to 7F, so with a bit of the two below the top one.
-const char* SkipPlain(const char* pos, const char* end) {
-    while (end - pos >= 8) {
-        const auto word = LoadWord<std::uint64_t>(pos);
-        if ((((word << 1 | word << 2) & ~word) & kTopBits) != kTopBits) break;
-        pos += 8;
+// The end of the bytes at `pos` that mean nothing on the ground.
+const char* SkipLow(const UnitForm::Ground& ground, const char* pos, const char* end) {
+    for (;;) {
+        if (ground.skips_printable) pos = SkipPrintable(pos, end);
+        if (pos == end || !IsAscii(ToByte(*pos)) || !ground.skips[ToByte(*pos)]) return pos;
+        ++pos;
     }
-    return pos;
 }
 
-// Runs over the text; the verdict of a state that gave one, otherwise 0 and everything added up.
-int Scan(const ScanForm& form, const char* text, const char* end, Tally& tally) {
-    ScanState state = form.root();
-    FormTally block;
-    while (text != end) {
-        const char* const block_end = text + std::min<std::ptrdiff_t>(FormTally::kMost, end - text);
-        while (text < block_end) {
-            const std::uint32_t own_number = state.number & ~ScanState::kPlain;
-            // As signed sums: a negative base may lead back into the table.
-            const ScanState& link = form.link(state);
-            const auto own = static_cast<std::size_t>(std::ptrdiff_t{state.base} + ToByte(*text));
-            const auto linked = static_cast<std::size_t>(std::ptrdiff_t{link.base} + ToByte(*text));
-            // Whether the state or the one behind it has the transition is as good as drawn by lot: no branch on that.
-            const bool is_own = form.record(own < form.count() ? own : 0).check == own_number && own < form.count();
-            const std::size_t next = is_own ? own : linked;
-            const std::uint32_t number = is_own ? own_number : link.number;
-            if (next < form.count() && form.record(next).check == number) {
-                const ScanForm::Record& record = form.record(next);
-                ++text;
-                state = record.next;
-                if (record.score >= ScanForm::kVerdict)
-                    return VerdictOf(static_cast<std::int32_t>(record.score << kVerdictShift));
-                block.Add(record.score);
-                if (!state.plain()) continue;
-                const char* const plain_end = SkipPlain(text, end);
-                if (plain_end == text) continue;
-                text = plain_end;
-                state = form.after_plain(ToByte(text[-1]));
-            } else if (number != 0) {
-                state = form.link(link);
-            } else {
-                state = link;  // the root
-                ++text;
-            }
-        }
-        block.EmptyInto(tally);
+// One run over a text by a form.
+class FormScan {
+public:
+    FormScan(const ScanForm& form, const char* text, const char* end, Tally& tally)
+        : form_(form), units_(form.units()), pos_(text), end_(end), tally_(tally) {
+        GoOnFrom(0, units_.place(0));
     }
-    return 0;
-}
+
+    // The verdict of a state that gave one, otherwise 0 and everything added up.
+    int Run() {
+        while (pos_ != end_) {
+            if (IsAscii(ToByte(*pos_)) ? TakeLow() : TakeUnits()) continue;
+            const int verdict = TakeByte();
+            if (verdict != 0) return verdict;
+        }
+        block_.EmptyInto(tally_);
+        return 0;
+    }
+
+private:
+    void GoOnFrom(std::uint32_t state, UnitForm::Place place) {
+        state_ = state;
+        place_ = place;
+    }
+
+    // Makes room for a score.
+    void MakeRoom() {
+        if (room_ > 0) return;
+        block_.EmptyInto(tally_);
+        room_ = ScoreBlock::kMost;
+    }
+
+    // Takes a byte below 80 and those behind it that can be skipped. False if it has to be taken by itself.
+    bool TakeLow() {
+        if (place_.ground() == UnitForm::Place::kNone) return false;
+        const UnitForm::Ground& ground = units_.ground(place_.ground());
+        const UnitForm::LowByte* low = &ground.row[ToByte(*pos_)];
+        if (ground.skips[ToByte(*pos_)]) {
+            pos_ = SkipLow(ground, pos_ + 1, end_);
+            low = &ground.row[ToByte(pos_[-1])];
+        } else {
+            if (low->score >= UnitForm::kByteByByte) return false;
+            MakeRoom();
+            block_.Add(low->score);
+            --room_;
+            ++pos_;
+        }
+        GoOnFrom(low->state, low->next);
+        return true;
+    }
+
+    // Takes units from 80 up as long as the hub is the same. False without any.
+    bool TakeUnits() {
+        const unsigned hub = place_.hub();
+        if (hub == UnitForm::Place::kNone) return false;
+        MakeRoom();
+        const char* const start = pos_;
+        const char* const limit = start + 2 * std::min(static_cast<std::size_t>(end_ - start) / 2, room_);
+        const UnitForm::Unit* const units = units_.units(hub);
+        const UnitForm::Exception* const exceptions = units_.exceptions(0);
+        const char* pos = start;
+        ScoreBlock block = block_;
+        UnitForm::Place place = place_;
+        while (pos != limit && !IsAscii(ToByte(*pos)) && place.hub() == hub) {
+            const std::size_t code = UnitAt(pos);
+            const UnitForm::Unit unit = units[code];
+            const UnitForm::Exception exception = exceptions[place.shift() + code];
+            // As good as drawn by lot: no branch on that.
+            const bool excepted = place.shift() != 0 && exception.shift == place.shift();
+            const Score score = excepted ? exception.score : unit.score;
+            if (score >= UnitForm::kByteByByte) break;
+            block.Add(score);
+            place = unit.next;
+            pos += 2;
+        }
+        if (pos == start) return false;
+        block_ = block;
+        room_ -= static_cast<std::size_t>(pos - start) / 2;
+        pos_ = pos;
+        GoOnFrom(units_.behind(hub, UnitAt(pos - 2)), place);
+        return true;
+    }
+    static std::size_t UnitAt(const char* pos) {
+        return static_cast<std::size_t>((ToByte(pos[0]) & 0x7F) << 8 | ToByte(pos[1]));
+    }
+
+    // Takes a byte by the states; the verdict of the one it leads to, or 0.
+    int TakeByte() {
+        const unsigned byte = ToByte(*pos_++);
+        for (ScanState state = form_.state(state_);; state = form_.link(state)) {
+            // As a signed sum: a negative base may lead back into the table.
+            const auto next = static_cast<std::size_t>(std::ptrdiff_t{state.base} + static_cast<std::ptrdiff_t>(byte));
+            if (next < form_.count() && form_.record(next).check == state.number) {
+                const ScanForm::Record& record = form_.record(next);
+                if (record.score >= kVerdict)
+                    return VerdictOf(static_cast<std::int32_t>(record.score << kVerdictShift));
+                MakeRoom();
+                block_.Add(record.score);
+                --room_;
+                GoOnFrom(record.next.number, units_.place(record.next.number));
+                return 0;
+            }
+            if (state.number != 0) continue;
+            GoOnFrom(0, units_.place(0));
+            return 0;
+        }
+    }
+
+    const ScanForm& form_;
+    const UnitForm& units_;
+    const char* pos_;
+    const char* const end_;
+    Tally& tally_;
+    ScoreBlock block_;
+    std::size_t room_ = ScoreBlock::kMost;
+    std::uint32_t state_ = 0;
+    UnitForm::Place place_;
+};
 
 // The same by the states themselves, step by step.
 int ScanStates(const DetectionTable& table, const char* text, std::size_t length, Tally& tally) {
@@ -170,7 +272,7 @@ DetectionResult DetectEncoding(const DetectionTable& table, const char* text, st
     if (table.states == nullptr) return {};
     Tally tally;
     const int verdict = table.count == 0        ? 0
-                        : table.form != nullptr ? Scan(*table.form, text, text + length, tally)
+                        : table.form != nullptr ? FormScan(*table.form, text, text + length, tally).Run()
                                                 : ScanStates(table, text, length, tally);
     if (verdict != 0) return {verdict, true, 0};
     for (std::size_t pos = 0; pos < length; ++pos) tally.high_bytes += !IsAscii(ToByte(text[pos]));

@@ -6,27 +6,22 @@
 //
 // - A state that leads nowhere hands every byte on to the state it falls back to. So a transition into it goes on to the
 //   first state of its failure chain that leads anywhere, and failure links pass over such states.
-// - The four deltas of a value are one word of four bytes, so that a few additions count all of them.
-// - Text of printable ASCII often means nothing: whatever the last byte was, each leads to a state of its own without a
-//   score. Where the automaton is like that, the scan skips such text in words.
+// - Scores are words that a few additions count.
+// - Most of a text is taken by other tables, a unit of one or two bytes at a time; see UnitForm.h.
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
-#include "CodeTrans/CodeMaps/DataFile.h"
+#include "CodeTrans/CodeMaps/StateSteps.h"
+#include "CodeTrans/CodeMaps/UnitForm.h"
 
 namespace utility::internal {
 
-// A state to go on from: its number, with the top bit set if it is one of those that printable ASCII leads to, and its nBase.
+// A state to go on from: its number and its nBase.
 struct ScanState {
-    static constexpr std::uint32_t kPlain = 0x80000000u;
-
     std::uint32_t number = 0;
     std::int32_t base = 0;
-
-    bool plain() const { return (number & kPlain) != 0; }
 };
 
 class ScanForm {
@@ -34,33 +29,30 @@ public:
     struct Record {
         std::uint32_t check;  // the state that has a transition here, kNoState for none
         ScanState next;
-        // A byte for each channel: the delta + 10. 0 without a score. From kVerdict on the 12 bits of a verdict.
-        std::uint32_t score;
+        Score score;
     };
     static constexpr std::uint32_t kNoState = 0xFFFFFFFFu;
-    static constexpr std::uint32_t kVerdict = 0xFFFFF000u;
-    static constexpr int kScoreOffset = 10;
     // States that the form can number.
-    static constexpr std::size_t kMostStates = ScanState::kPlain;
+    static constexpr std::size_t kMostStates = 0x80000000u;
 
     // Every failure link of the states leads to the root; there is one state at least, and kMostStates at most. Throws std::bad_alloc.
-    ScanForm(const _tTrieNode* states, std::size_t count);
+    ScanForm(const _tTrieNode* states, std::size_t count) : ScanForm(States{states, count}, Resumed({states, count})) {}
 
     std::size_t count() const { return records_.size(); }
     const Record& record(std::size_t index) const { return records_[index]; }
     // Where a state that has no transition falls back to.
-    const ScanState& link(const ScanState& state) const { return links_[state.number & ~ScanState::kPlain]; }
-    ScanState root() const { return root_; }
-    // The state behind a byte 20 to 7F of printable ASCII that was skipped.
-    const ScanState& after_plain(unsigned char byte) const { return after_plain_[byte - 0x20u]; }
+    const ScanState& link(const ScanState& state) const { return links_[state.number]; }
+    // One that units() gives.
+    const ScanState& state(std::uint32_t number) const { return records_[number].next; }
+    const UnitForm& units() const { return units_; }
 
 private:
-    void FindPlainStates(const _tTrieNode* states);
+    ScanForm(const States& states, const std::vector<std::uint32_t>& resumed);
+    static std::vector<std::uint32_t> Resumed(const States& states);
 
     std::vector<Record> records_;
     std::vector<ScanState> links_;
-    ScanState root_;
-    ScanState after_plain_[0x60];
+    UnitForm units_;
 };
 
 }  // namespace utility::internal

@@ -1,0 +1,91 @@
+#ifndef UTILITY_CODETRANS_UNITFORM_H
+#define UTILITY_CODETRANS_UNITFORM_H
+
+// The automaton a unit at a time: a byte below 80, or a byte from 80 up together with the next one. One look-up in a row
+// says what such a unit scores and where it leads to, and a text's look-ups hardly wait for each other: where a unit leads
+// to does not depend on the unit in front of it, but for few.
+//
+// Nothing is taken for granted about the automaton. A state takes units from 80 up by the row of its *hub*: the first state
+// of its failure chain that has a transition on each byte from 80 up, or the root. Where it leads on from such bytes
+// itself, what it says otherwise than the hub are its *exceptions*; they are few, and stand in a hash table without
+// collisions. A state takes bytes below 80 by the row of its *ground*: the first state of its chain that leads on from any
+// of these. There is room for some hubs and grounds, found by going on from the start of a text. A state that does not fit,
+// or that says more by its exceptions than another score, has no row, and the scan takes its bytes one by one.
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "CodeTrans/CodeMaps/StateSteps.h"
+
+namespace utility::internal {
+
+class UnitForm {
+public:
+    // How a state goes on, packed: its hub, its ground, and where its exceptions are.
+    class Place {
+    public:
+        static constexpr unsigned kNone = 0xF;  // neither hub nor ground
+        static constexpr std::uint32_t kShifts = 1u << 24;
+
+        constexpr Place() = default;
+        constexpr Place(unsigned hub, unsigned ground, std::uint32_t shift)
+            : packed_(hub << 28 | ground << 24 | shift) {}
+        unsigned hub() const { return packed_ >> 28; }
+        unsigned ground() const { return packed_ >> 24 & 0xF; }
+        // 0 without exceptions. Each state that has some has a shift of its own.
+        std::uint32_t shift() const { return packed_ & (kShifts - 1); }
+
+    private:
+        std::uint32_t packed_ = kNone << 28 | kNone << 24;
+    };
+
+    static constexpr std::size_t kUnits = 0x80 * 0x100;
+    static constexpr std::size_t kLowBytes = 0x80;
+    static constexpr Score kByteByByte = kVerdict;  // from here on a unit must be taken byte by byte
+
+    struct Unit {
+        Score score;
+        Place next;
+    };
+    struct Exception {
+        std::uint32_t shift;  // whose it is; 0 for none
+        Score score;
+    };
+    struct LowByte {
+        Score score;
+        Place next;
+        std::uint32_t state;
+    };
+    struct Ground {
+        LowByte row[kLowBytes];
+        // Bytes that mean nothing: without a score they lead back to the ground. Text of these may be skipped.
+        bool skips[kLowBytes];
+        bool skips_printable;  // all of 20 to 7F
+    };
+
+    // `resumed` is the state that each one goes on as: the first of its chain that leads anywhere. Throws std::bad_alloc.
+    UnitForm(const States& states, const std::vector<std::uint32_t>& resumed);
+
+    // How a state that leads anywhere, or the root, goes on.
+    Place place(std::size_t state) const { return places_[state]; }
+    // By (first byte - 80) × 100 + second.
+    const Unit* units(unsigned hub) const { return &units_[hub * kUnits]; }
+    // The state behind a unit of units(hub).
+    std::uint32_t behind(unsigned hub, std::size_t unit) const { return behind_[hub * kUnits + unit]; }
+    const Exception* exceptions(std::uint32_t shift) const { return &exceptions_[shift]; }
+    const Ground& ground(unsigned ground) const { return grounds_[ground]; }
+
+private:
+    friend class UnitFormMaker;
+
+    std::vector<Place> places_;
+    std::vector<Unit> units_;
+    std::vector<std::uint32_t> behind_;
+    std::vector<Exception> exceptions_;
+    std::vector<Ground> grounds_;
+};
+
+}  // namespace utility::internal
+
+#endif
