@@ -170,10 +170,8 @@ public:
         for (const char *pos = text.data(), *const end = pos + text.size(); pos != end;) {
             if (IsAscii(ToByte(*pos))) {
                 pos = FoldAscii(pos, end);
-            } else if (const char* const run_end = CopyCommonHan(pos, end, out_); run_end != pos) {
-                pos = run_end;
             } else {
-                pos = FoldOther(pos, end);
+                pos = FoldHan(pos, end);
             }
         }
         folded_.resize(static_cast<std::size_t>(out_ - folded_.data()));
@@ -192,6 +190,12 @@ private:
         for (; pos != end && IsAscii(ToByte(*pos)); ++pos) *out++ = forms[ToByte(*pos)];
         out_ = out;
         return pos;
+    }
+
+    // A run of Chinese characters and the mark or other character behind it, as the two come by turns.
+    const char* FoldHan(const char* pos, const char* end) {
+        pos = CopyCommonHan(pos, end, out_);
+        return pos != end && !IsAscii(ToByte(*pos)) ? FoldOther(pos, end) : pos;
     }
 
     // Takes one character, which may become longer: a malformed byte, or a letter whose small form is further up.
