@@ -282,7 +282,7 @@ std::optional<std::string_view> XmlItem(std::string_view xml, std::string_view n
     };
     for (XmlTag tag; next_tag(tag);) {
         if (tag.name != name || (depth == 0 && tag.kind == XmlTag::kEnd)) continue;
-        if (tag.kind == XmlTag::kEmpty && depth == 0) return std::string_view(tag.end, 0);
+        if (tag.kind == XmlTag::kEmpty && depth == 0) return std::string_view(tag.end, std::size_t{0});
         if (tag.kind == XmlTag::kStart && depth++ == 0) content = tag.end;
         if (tag.kind == XmlTag::kEnd && --depth == 0)
             return std::string_view(content, static_cast<std::size_t>(tag.begin - content));
