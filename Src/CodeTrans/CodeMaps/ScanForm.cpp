@@ -6,9 +6,13 @@ namespace utility::internal {
 
 namespace {
 
-// Found by going on from the start of a text; automata of the trainer have 6 and 8.
+// Found by going on from the start of a text; the trainer's automaton has 6 hubs and more grounds than these.
 constexpr std::size_t kMostHubs = 8, kMostGrounds = 12;
 static_assert(kMostHubs < ScanForm::Place::kNone && kMostGrounds < ScanForm::Place::kNone);
+
+// Links followed for all rows, some 10 ms. Automata whose chains are longer than any text needs are left to be taken byte by
+// byte in part.
+constexpr std::size_t kMostFallbacks = std::size_t{1} << 22;
 
 constexpr std::uint32_t kNobody = 0xFFFFFFFFu, kSeveral = 0xFFFFFFFEu;
 
@@ -62,9 +66,14 @@ private:
         std::uint32_t state;
         Score score;
     };
-    Reached Step(std::size_t state, unsigned byte) const {
-        const std::size_t entered = states_.Step(state, byte);
-        return entered == States::kNone ? Reached{0, 0} : Reached{resumed_[entered], ScoreOf(entered)};
+    Reached Step(std::uint32_t state, unsigned byte) {
+        for (;; state = Above(state)) {
+            const std::size_t entered = states_.Child(state, byte);
+            if (entered != States::kNone) return {resumed_[entered], ScoreOf(entered)};
+            if (state == 0) return {0, 0};
+            if (fallbacks_ == kMostFallbacks) return {0, ScanForm::kByteByByte};
+            ++fallbacks_;
+        }
     }
     static std::size_t IndexOf(const std::vector<std::uint32_t>& list, std::uint32_t state) {
         return static_cast<std::size_t>(std::find(list.begin(), list.end(), state) - list.begin());
@@ -277,6 +286,7 @@ private:
     std::vector<std::uint32_t> resumed_;                 // the one of these that each state goes on as
     std::vector<Facts> facts_;
     std::vector<std::uint32_t> hubs_, grounds_;
+    std::size_t fallbacks_ = 0;
     std::uint32_t noted_hub_ = kNobody, noted_ground_ = kNobody;
     std::vector<Holder> holders_;
     std::vector<Pending> pending_;
