@@ -86,6 +86,16 @@ const char* SkipPrintable(const char* pos, const char* end) {
     return pos;
 }
 
+std::int64_t CountHighBytes(const char* text, const char* end) {
+    std::int64_t count = 0;
+    for (; end - text >= 8; text += 8) {
+        constexpr std::uint64_t kOnes = kTopBits >> 7;  // a product with it adds up the bytes into the topmost
+        count += static_cast<std::int64_t>((LoadWord<std::uint64_t>(text) >> 7 & kOnes) * kOnes >> 56);
+    }
+    for (; text != end; ++text) count += !IsAscii(ToByte(*text));
+    return count;
+}
+
 // Adds up scores in words whose bytes and halves are counters of their own. Each takes 255 scores before it is emptied into
 // the tally.
 class ScoreBlock {
@@ -115,7 +125,7 @@ private:
 };
 
 // The end of the bytes at `pos` that mean nothing on the ground.
-const char* SkipLow(const UnitForm::Ground& ground, const char* pos, const char* end) {
+const char* SkipLow(const ScanForm::Ground& ground, const char* pos, const char* end) {
     for (;;) {
         if (ground.skips_printable) pos = SkipPrintable(pos, end);
         if (pos == end || !IsAscii(ToByte(*pos)) || !ground.skips[ToByte(*pos)]) return pos;
@@ -126,9 +136,9 @@ const char* SkipLow(const UnitForm::Ground& ground, const char* pos, const char*
 // One run over a text by a form.
 class FormScan {
 public:
-    FormScan(const ScanForm& form, const char* text, const char* end, Tally& tally)
-        : form_(form), units_(form.units()), pos_(text), end_(end), tally_(tally) {
-        GoOnFrom(0, units_.place(0));
+    FormScan(const DetectionTable& table, const char* text, const char* end, Tally& tally)
+        : states_{table.states, table.count}, form_(*table.form), pos_(text), end_(end), tally_(tally) {
+        GoOnFrom(0, form_.place(0));
     }
 
     // The verdict of a state that gave one, otherwise 0 and everything added up.
@@ -143,7 +153,7 @@ public:
     }
 
 private:
-    void GoOnFrom(std::uint32_t state, UnitForm::Place place) {
+    void GoOnFrom(std::uint32_t state, ScanForm::Place place) {
         state_ = state;
         place_ = place;
     }
@@ -157,14 +167,14 @@ private:
 
     // Takes a byte below 80 and those behind it that can be skipped. False if it has to be taken by itself.
     bool TakeLow() {
-        if (place_.ground() == UnitForm::Place::kNone) return false;
-        const UnitForm::Ground& ground = units_.ground(place_.ground());
-        const UnitForm::LowByte* low = &ground.row[ToByte(*pos_)];
+        if (place_.ground() == ScanForm::Place::kNone) return false;
+        const ScanForm::Ground& ground = form_.ground(place_.ground());
+        const ScanForm::LowByte* low = &ground.row[ToByte(*pos_)];
         if (ground.skips[ToByte(*pos_)]) {
             pos_ = SkipLow(ground, pos_ + 1, end_);
             low = &ground.row[ToByte(pos_[-1])];
         } else {
-            if (low->score >= UnitForm::kByteByByte) return false;
+            if (low->score >= ScanForm::kByteByByte) return false;
             MakeRoom();
             block_.Add(low->score);
             --room_;
@@ -177,23 +187,23 @@ private:
     // Takes units from 80 up as long as the hub is the same. False without any.
     bool TakeUnits() {
         const unsigned hub = place_.hub();
-        if (hub == UnitForm::Place::kNone) return false;
+        if (hub == ScanForm::Place::kNone) return false;
         MakeRoom();
         const char* const start = pos_;
         const char* const limit = start + 2 * std::min(static_cast<std::size_t>(end_ - start) / 2, room_);
-        const UnitForm::Unit* const units = units_.units(hub);
-        const UnitForm::Exception* const exceptions = units_.exceptions(0);
+        const ScanForm::Unit* const units = form_.units(hub);
+        const ScanForm::Exception* const exceptions = form_.exceptions(0);
         const char* pos = start;
         ScoreBlock block = block_;
-        UnitForm::Place place = place_;
+        ScanForm::Place place = place_;
         while (pos != limit && !IsAscii(ToByte(*pos)) && place.hub() == hub) {
             const std::size_t code = UnitAt(pos);
-            const UnitForm::Unit unit = units[code];
-            const UnitForm::Exception exception = exceptions[place.shift() + code];
-            // As good as drawn by lot: no branch on that.
-            const bool excepted = place.shift() != 0 && exception.shift == place.shift();
-            const Score score = excepted ? exception.score : unit.score;
-            if (score >= UnitForm::kByteByByte) break;
+            const ScanForm::Unit unit = units[code];
+            const ScanForm::Exception exception = exceptions[place.shift() + code];
+            // Whether there is one is as good as drawn by lot: no branch on that.
+            const Score excepted = exception.shift == place.shift() ? ~Score{0} : 0;
+            const Score score = unit.score ^ ((unit.score ^ exception.score) & excepted);
+            if (score >= ScanForm::kByteByByte) break;
             block.Add(score);
             place = unit.next;
             pos += 2;
@@ -202,7 +212,7 @@ private:
         block_ = block;
         room_ -= static_cast<std::size_t>(pos - start) / 2;
         pos_ = pos;
-        GoOnFrom(units_.behind(hub, UnitAt(pos - 2)), place);
+        GoOnFrom(form_.behind(hub, UnitAt(pos - 2)), place);
         return true;
     }
     static std::size_t UnitAt(const char* pos) {
@@ -211,35 +221,29 @@ private:
 
     // Takes a byte by the states; the verdict of the one it leads to, or 0.
     int TakeByte() {
-        const unsigned byte = ToByte(*pos_++);
-        for (ScanState state = form_.state(state_);; state = form_.link(state)) {
-            // As a signed sum: a negative base may lead back into the table.
-            const auto next = static_cast<std::size_t>(std::ptrdiff_t{state.base} + static_cast<std::ptrdiff_t>(byte));
-            if (next < form_.count() && form_.record(next).check == state.number) {
-                const ScanForm::Record& record = form_.record(next);
-                if (record.score >= kVerdict)
-                    return VerdictOf(static_cast<std::int32_t>(record.score << kVerdictShift));
-                MakeRoom();
-                block_.Add(record.score);
-                --room_;
-                GoOnFrom(record.next.number, units_.place(record.next.number));
-                return 0;
-            }
-            if (state.number != 0) continue;
-            GoOnFrom(0, units_.place(0));
+        const std::size_t entered = states_.Step(state_, ToByte(*pos_++));
+        if (entered == States::kNone) {
+            GoOnFrom(0, form_.place(0));
             return 0;
         }
+        const Score score = ScoreOf(states_.at[entered].nValue);
+        if (score >= kVerdict) return VerdictOf(states_.at[entered].nValue);
+        MakeRoom();
+        block_.Add(score);
+        --room_;
+        GoOnFrom(static_cast<std::uint32_t>(entered), form_.place(entered));
+        return 0;
     }
 
+    const States states_;
     const ScanForm& form_;
-    const UnitForm& units_;
     const char* pos_;
     const char* const end_;
     Tally& tally_;
     ScoreBlock block_;
     std::size_t room_ = ScoreBlock::kMost;
     std::uint32_t state_ = 0;
-    UnitForm::Place place_;
+    ScanForm::Place place_;
 };
 
 // The same by the states themselves, step by step.
@@ -272,10 +276,10 @@ DetectionResult DetectEncoding(const DetectionTable& table, const char* text, st
     if (table.states == nullptr) return {};
     Tally tally;
     const int verdict = table.count == 0        ? 0
-                        : table.form != nullptr ? FormScan(*table.form, text, text + length, tally).Run()
+                        : table.form != nullptr ? FormScan(table, text, text + length, tally).Run()
                                                 : ScanStates(table, text, length, tally);
     if (verdict != 0) return {verdict, true, 0};
-    for (std::size_t pos = 0; pos < length; ++pos) tally.high_bytes += !IsAscii(ToByte(text[pos]));
+    tally.high_bytes = CountHighBytes(text, text + length);
     return WithLead(tally, Decide(tally));
 }
 

@@ -32,11 +32,6 @@ struct States {
     std::size_t count;
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-    struct Reached {
-        std::size_t state;
-        Score score;
-    };
-
     // The record that `state` leads to on `byte` by itself, or kNone. As a signed sum: a negative base may lead back into
     // the table.
     std::size_t Child(std::size_t state, unsigned byte) const {
@@ -46,12 +41,12 @@ struct States {
     }
     std::size_t Fallback(std::size_t state) const { return static_cast<std::size_t>(at[state].nFail); }
 
-    // What a text reaches from `state` with `byte`. A byte that the root knows nothing of leaves a text there.
-    Reached Step(std::size_t state, unsigned byte) const {
+    // The record that a text enters from `state` with `byte`; kNone if the root knows nothing of the byte, which leaves a
+    // text there.
+    std::size_t Step(std::size_t state, unsigned byte) const {
         for (;; state = Fallback(state)) {
             const std::size_t next = Child(state, byte);
-            if (next != kNone) return {next, ScoreOf(at[next].nValue)};
-            if (state == 0) return {0, 0};
+            if (next != kNone || state == 0) return next;
         }
     }
 };

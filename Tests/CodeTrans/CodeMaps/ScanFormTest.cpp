@@ -55,17 +55,44 @@ TEST(ScanFormTest, GivesWhatTheStatesGive) {
     ASSERT_EQ(LoadTables(UTILITY_TEST_DATA_FILE, own), 0);
     const DetectionTable table{own.states.get(), own.state_count, own.scan_form.get()};
     const std::string han = "这是一个用来测试的句子，图书馆每周一至周五上午九点开放。";
-    for (int round = 0; round < 3000; ++round) {
+    const auto own_text = [&](int encoding) {
         std::string text;
         for (auto left = random() % 12; left > 0; --left) {
             const char* const encodings[] = {"GBK", "BIG5", "UTF-8", "UCS-2LE"};
-            const std::string piece = random() % 2 == 0 ? han.substr(3 * (random() % 10), 3 * (random() % 8))
-                                                        : std::string(random() % 40, 'x') + "<a href=\"/b/c.html\">";
-            text += Convert(encodings[round % 4], "UTF-8", piece);
+            const std::string piece = random() % 2 == 0
+                                          ? han.substr(3 * (random() % 10), 3 * (random() % 8))
+                                          : std::string(random() % 40, 'x') + "<a href=\"/b/c.html\">\r\n";
+            text += Convert(encodings[encoding], "UTF-8", piece);
             if (random() % 8 == 0) text += static_cast<char>(random());
         }
-        expect_same(table, text);
+        return text;
+    };
+    for (int round = 0; round < 3000; ++round) expect_same(table, own_text(round % 4));
+    // The same with one record in 2 to 2,048 changed, so that states say other than what stands behind them.
+    for (int round = 0; round < 33; ++round) {
+        std::vector<_tTrieNode> states(own.states.get(), own.states.get() + own.state_count);
+        for (std::size_t i = 0; i < states.size(); i += 1 + random() % (std::size_t{4} << round % 11)) {
+            _tTrieNode& state = states[i];
+            const auto other = random() % states.size();
+            if (round % 3 == 0) state.nValue = random() % 9 == 0 ? kNeutral : static_cast<int>(random() % 0x40000);
+            if (round % 3 == 1) state.nFail = static_cast<int>(random() % 2);
+            if (round % 3 == 2) state = {states[other].nBase, states[other].nCheck, 0, state.nValue};
+        }
+        states[0].nFail = states[1].nFail = 0;
+        const ScanForm form(states.data(), states.size());
+        for (int texts = 0; texts < 60; ++texts)
+            expect_same({states.data(), states.size(), &form}, own_text(texts % 4));
     }
+    // Chains as long as can be from each state that leads on.
+    std::vector<_tTrieNode> chained(300000, {0, -1, 0, kNeutral});
+    const auto chain_count = static_cast<int>(chained.size());
+    for (int i = 0; i + 256 < chain_count; ++i)
+        chained[static_cast<std::size_t>(i) + 255] = {i, i, i + 254, kNeutral + i % 9};
+    const ScanForm chained_form(chained.data(), chained.size());
+    expect_same({chained.data(), chained.size(), &chained_form},
+                "\xFF\xFF"
+                "a" +
+                    std::string(200, '\xFF'));
 }
 
 }  // namespace
