@@ -67,8 +67,10 @@ enum class Part { kNone, kWord, kHan };
 
 constexpr auto kAsciiParts = [] {
     std::array<Part, 0x80> parts{};
-    for (unsigned char c = 0; c < parts.size(); ++c)
-        if (IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_') parts[c] = Part::kWord;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto c = static_cast<unsigned char>(i);
+        if (IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_') parts[i] = Part::kWord;
+    }
     return parts;
 }();
 static_assert(Part{} == Part::kNone);
