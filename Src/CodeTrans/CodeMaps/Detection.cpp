@@ -112,8 +112,8 @@ public:
     void EmptyInto(Tally& tally) {
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
             const std::uint32_t pair = channel % 2 == 0 ? even_ : odd_;
-            tally.sum[channel] +=
-                static_cast<std::int64_t>(pair >> 8 * (channel & 2u) & 0xFFFF) - std::int64_t{kScoreOffset} * scored_;
+            const std::int64_t raised = pair >> 8 * (channel & 2u) & 0xFFFF, offsets = scored_ * kScoreOffset;
+            tally.sum[channel] += raised - offsets;
             tally.positive[channel] += positive_ >> 8 * channel & 0xFF;
         }
         tally.scored += scored_;
