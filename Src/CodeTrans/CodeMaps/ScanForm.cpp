@@ -244,7 +244,7 @@ private:
         shift_of_.assign(states_.count, 0);
         std::uint32_t shift = 0;
         for (const Holder& holder : holders_) {
-            const Pending* const first = &pending_[holder.first];
+            const Pending* const first = pending_.data() + holder.first;
             const Pending* const last = first + holder.count;
             for (std::uint32_t tries = 0; tries < kTries; ++tries) {
                 shift = (shift + 0x9E3779B1u) % shifts;  // odd: comes to all of them
