@@ -6,11 +6,11 @@
 #   address    clang++, AddressSanitizer and UndefinedBehaviorSanitizer with the checks of implicit conversions
 #   thread     g++, ThreadSanitizer
 #   static     g++, the static library
+#   fuzz       every fuzz target for ten seconds (fuzz.sh)
 #   all        all of these, one after the other, and the format check
 #   hardened   g++ and clang++, Debug and Release: checks in the standard library, char without a sign
 #   newer      library and programs as C++20 and C++23, by g++ and clang++
 #   lint       clang-tidy, cppcheck and clang-format
-#   fuzz       every fuzz target for ten seconds (fuzz.sh)
 #   coverage   g++ with gcov; prints line and branch coverage of Src/, from the tests alone and with the fuzz corpus
 #   growth     writes the table of Docs/Reliability.md: how the time of every operation grows with its text
 #   valgrind   the test programs under valgrind
@@ -31,7 +31,7 @@ case $mode in
   release) needs+=(benchmark doxygen) ;;
   clang | hardened | newer) needs+=(clang) ;;
   address | fuzz) needs+=(clang clang-sanitizers) ;;
-  lint) needs+=(clang clang-format clang-tidy cppcheck) ;;
+  lint) needs+=(clang clang-format clang-tidy cppcheck icu uchardet) ;;
   all) needs+=(benchmark doxygen clang clang-sanitizers clang-format) ;;
   coverage) needs+=(gcovr) ;;
   valgrind) needs+=(valgrind) ;;
@@ -81,6 +81,32 @@ build_as() {
   cmake --build "build/cxx$1-$2"
 }
 
+# Puts the converters of the C library for s390x, which Debian's cross compiler comes without, and a GBK locale in that
+# byte order into a folder.
+fetch_s390x_library() {
+  local folder=$1 options
+  [ -e "$folder/locale/zh_CN.gbk" ] && return
+  mkdir -p "$folder/lists/partial" "$folder/cache/archives/partial" "$folder/locale"
+  options=(-qq -o APT::Architecture=s390x -o APT::Architectures=s390x -o "Dir::State::Lists=$folder/lists"
+    -o "Dir::Cache=$folder/cache" -o APT::Sandbox::User=root)
+  apt-get "${options[@]}" update
+  (cd "$folder" && apt-get "${options[@]}" download libc6 && dpkg-deb -x libc6_*.deb root)
+  localedef --big-endian --no-archive -i zh_CN -f GBK "$folder/locale/zh_CN.gbk" || [ -e "$folder/locale/zh_CN.gbk/LC_CTYPE" ]
+}
+
+bigendian() {
+  local folder=$PWD/build/bigendian library=$PWD/build/bigendian-library
+  fetch_s390x_library "$library"
+  cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR=s390x \
+    -DCMAKE_CXX_COMPILER=s390x-linux-gnu-g++ -DCMAKE_C_COMPILER=s390x-linux-gnu-gcc \
+    -DCMAKE_CROSSCOMPILING_EMULATOR="$(command -v qemu-s390x-static);-L;/usr/s390x-linux-gnu" \
+    -DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST -DUTILITY_GOOGLETEST_SOURCE=/usr/src/googletest \
+    -DUTILITY_BUILD_TESTS=ON -DUTILITY_BUILD_APPS=OFF >/dev/null
+  cmake --build "$folder"
+  run_programs build/bigendian qemu-s390x-static -L /usr/s390x-linux-gnu -E LOCPATH="$library/locale" \
+    -E GCONV_PATH="$library/root/usr/lib/s390x-linux-gnu/gconv"
+}
+
 check_format() {
   git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format --dry-run -Werror
 }
@@ -88,7 +114,7 @@ check_format() {
 lint() {
   check_format
   cmake -S . -B build/lint -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ -DUTILITY_BUILD_TESTS=OFF \
-    -DUTILITY_BUILD_APPS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+    -DUTILITY_BUILD_APPS=ON -DUTILITY_BUILD_COMPARISONS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
   cmake --build build/lint --target named_references big5_plane_2 character_classes case_folding embedded_codemaps
   git ls-files -z 'Src/*.cpp' 'Apps/*.cpp' 'Tools/*.cpp' | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p build/lint --quiet 2>/dev/null
   cppcheck --quiet --std=c++17 --enable=warning,portability,performance --inline-suppr --error-exitcode=1 -j "$(nproc)" \
@@ -112,7 +138,7 @@ coverage() {
   gcovr "${options[@]}" --branches build/coverage | tail -3
 }
 
-for step in $([ "$mode" = all ] && echo release clang address thread static || echo "$mode"); do
+for step in $([ "$mode" = all ] && echo release clang address thread static fuzz || echo "$mode"); do
   [ "$mode" = all ] && echo "== $step"
   case $step in
     release) run_tests build -DCMAKE_BUILD_TYPE=Release -DUTILITY_BUILD_BENCHMARKS=ON -- "$@" ;;
@@ -125,7 +151,7 @@ for step in $([ "$mode" = all ] && echo release clang address thread static || e
     hardened) hardened "$@" ;;
     newer) for standard in 20 23; do build_as $standard g++; build_as $standard clang++; done ;;
     lint) lint ;;
-    fuzz) ./fuzz.sh 10 ;;
+    fuzz) JOBS=$(nproc) ./fuzz.sh 10 ;;
     coverage) coverage "$@" ;;
     growth)
       cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
@@ -139,16 +165,7 @@ for step in $([ "$mode" = all ] && echo release clang address thread static || e
       run_programs build/valgrind env GTEST_FILTER='-Faults.*' valgrind --quiet --error-exitcode=9 --leak-check=full \
         --show-leak-kinds=definite --errors-for-leak-kinds=definite
       ;;
-    bigendian)
-      # Threads and forks are the emulator's business; the C library there has no GBK locale, so the tables are used.
-      cmake -S . -B build/bigendian -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux \
-        -DCMAKE_SYSTEM_PROCESSOR=s390x -DCMAKE_CXX_COMPILER=s390x-linux-gnu-g++ -DCMAKE_C_COMPILER=s390x-linux-gnu-gcc \
-        -DCMAKE_CROSSCOMPILING_EMULATOR="$(command -v qemu-s390x-static);-L;/usr/s390x-linux-gnu" \
-        -DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST -DUTILITY_GOOGLETEST_SOURCE=/usr/src/googletest \
-        -DUTILITY_BUILD_TESTS=ON -DUTILITY_BUILD_APPS=OFF >/dev/null
-      cmake --build build/bigendian
-      run_programs build/bigendian qemu-s390x-static -L /usr/s390x-linux-gnu
-      ;;
+    bigendian) bigendian ;;
   esac
 done
 if [ "$mode" = all ]; then check_format; fi

@@ -1,5 +1,5 @@
-// TextKit.h beyond encodings and pages: characters, sentences, folding, numbers, dates, names, pieces, tokens, dictionaries,
-// single items and mail.
+// TextKit.h beyond encodings and pages: characters, sentences, folding, numbers, dates, names, pieces, tokens,
+// dictionaries, single items and mail.
 
 #include <TextKit.h>
 

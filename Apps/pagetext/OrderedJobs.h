@@ -18,9 +18,9 @@ namespace pagetext {
 // Calls work(item) on each item that next(item) gives until that returns false, and emit(result) on each result, in the
 // items' order, until that returns false.
 //
-// `next` is called by one thread at a time, `work` by as many as `jobs` says, `emit` by the calling thread. At most four
-// items a thread are taken and not yet emitted. `next` may wait: what is worked out comes out meanwhile. An exception of
-// any of them ends the run and reaches the caller.
+// `next` is called by one thread at a time, `work` by as many as `jobs` says, `emit` by the calling thread. At most
+// four items a thread are taken and not yet emitted. `next` may wait: what is worked out comes out meanwhile. An
+// exception of any of them ends the run and reaches the caller.
 template <typename Item, typename Result, typename Next, typename Work, typename Emit>
 class OrderedJobs {
 public:

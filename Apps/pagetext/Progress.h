@@ -16,8 +16,8 @@ struct Standing {
     double seconds = 0;     // since the start
 };
 
-// The line for a terminal of so many columns, without its end: a bar, the count, pages a second, time left, and as much of
-// the page's name (UTF-8, shown two columns for what is not ASCII) as there is room for.
+// The line for a terminal of so many columns, without its end: a bar, the count, pages a second, time left, and as much
+// of the page's name (UTF-8, shown two columns for what is not ASCII) as there is room for.
 //
 //     ProgressLine({50, 200, 0.25, 10}, "a.html", 80)  // "[=====>              ]  25%  50/200  5/s  0:30 left  a.html"
 std::string ProgressLine(const Standing& standing, const std::string& name, std::size_t columns);

@@ -19,9 +19,9 @@ constexpr std::size_t kMostRecordBytes = 64 << 20;
 // {"name":…,"encoding":…,"text":…,"sentences":[…],"emails":[…],"replaced":…}
 std::string DescribePage(const std::string& name, const Page& page);
 
-// The answer to a record: a JSON object with "path", a file to read, or "bytes", a page in base64. The answer repeats its
-// "id" (text or number) and "path" and holds what the form of the options asks for. A record that is no such object, or whose
-// file cannot be read, is answered by "line", `number`, and "error", the reason. Throws nothing.
+// The answer to a record: a JSON object with "path", a file to read, or "bytes", a page in base64. The answer repeats
+// its "id" (text or number) and "path" and holds what the form of the options asks for. A record that is no such
+// object, or whose file cannot be read, is answered by "line", `number`, and "error", the reason. Throws nothing.
 std::string AnswerRecord(const std::string& record, std::size_t number, const Options& options,
                          const textkit::CodeMaps& maps);
 

@@ -47,8 +47,8 @@ private:
     std::atomic<std::size_t> taken_ = 0;
 };
 
-// The pieces of files, each up to a byte that ends it or to the end of its file. A file that cannot be read is an item with
-// a fault; so is a piece that is longer than `most_bytes`, which stays out of memory.
+// The pieces of files, each up to a byte that ends it or to the end of its file. A file that cannot be read is an item
+// with a fault; so is a piece that is longer than `most_bytes`, which stays out of memory.
 class PiecesOfFiles : public Source {
 public:
     PiecesOfFiles(std::vector<std::string> files, char end, std::size_t most_bytes);

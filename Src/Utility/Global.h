@@ -18,8 +18,8 @@
 class CBufferManager;
 
 /** Description of the last failure, in GBK; empty until something fails. Functions whose comment says that they set
- * the last-error message replace it (the string form of `ReadFile`, for instance); most report by their result alone. No
- * success clears it.
+ * the last-error message replace it (the string form of `ReadFile`, for instance); most report by their result alone.
+ * No success clears it.
  *
  * Library functions that fail at the same time in several threads write it one after the other, and the last one
  * stays. Nothing guards a host that reads the variable itself while another thread is inside the library. */
@@ -29,7 +29,8 @@ extern UTILITY_API std::string g_sLastErrorMessage;
  * never assigns it. */
 extern UTILITY_API int g_nEncodeType;
 
-/** Language of the text being processed, read when strings are normalised. Initially 1; the library never assigns it. */
+/** Language of the text being processed, read when strings are normalised. Initially 1; the library never assigns
+ * it. */
 extern UTILITY_API int g_nLangType;
 
 /** Whether the log is written. Initially true; the library never assigns it. */

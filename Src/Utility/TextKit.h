@@ -4,8 +4,8 @@
 /** @file
  * The interface for new hosts: UTF-8 in, UTF-8 out, nothing to size, nothing global.
  *
- * Texts come as views and go as owned strings or as views into what came. No function reads or writes process-wide state
- * or a locale; all are safe from any thread. Nothing throws but std::bad_alloc. */
+ * Texts come as views and go as owned strings or as views into what came. No function reads or writes process-wide
+ * state or a locale; all are safe from any thread. Nothing throws but std::bad_alloc. */
 
 // clang-format off
 #include "TextKit/ChineseText.h"

@@ -4,8 +4,8 @@
 /** @file
  * The one macro that marks what the library exports. Everything else is compiled with hidden visibility.
  *
- * `UTILITY_STATIC` is defined by the build for users of the static library, whose names need no marking. Compilers that do
- * not define __GNUC__ are untested. */
+ * `UTILITY_STATIC` is defined by the build for users of the static library, whose names need no marking. Compilers that
+ * do not define __GNUC__ are untested. */
 
 #include "UtilityVersion.h"
 

@@ -2,11 +2,11 @@
 #define UTILITY_UTILITYVERSION_H
 
 /** @file
- * The version of the library, for the preprocessor. This is the one place that states it: the build, the packages and the
- * documentation read it here.
+ * The version of the library, for the preprocessor. This is the one place that states it: the build, the packages and
+ * the documentation read it here.
  *
- * Versions are semantic. The first number is that of the shared library (libutility.so.1) and moves when a host has to be
- * compiled anew; a changed output for an input that used to give another moves the second. */
+ * Versions are semantic. The first number is that of the shared library (libutility.so.1) and moves when a host has to
+ * be compiled anew; a changed output for an input that used to give another moves the second. */
 
 /** Moves when hosts have to be compiled, or changed, for the new version. */
 #define UTILITY_VERSION_MAJOR 1

@@ -1,9 +1,9 @@
 #ifndef UTILITY_TESTS_FAULTINJECTION_H
 #define UTILITY_TESTS_FAULTINJECTION_H
 
-// Faults in what the library asks of the C library: allocations that fail, and streams that break off. malloc, fopen and
-// read of FaultInjection.cpp take the place of the C library's in the whole program, and do what those do as long as no fault
-// is asked for. Faults meet the calling thread alone.
+// Faults in what the library asks of the C library: allocations that fail, and streams that break off. malloc, fopen
+// and read of FaultInjection.cpp take the place of the C library's in the whole program, and do what those do as long
+// as no fault is asked for. Faults meet the calling thread alone.
 
 #include <cstddef>
 #include <cstdint>
@@ -36,8 +36,8 @@ struct Weakness {
 // A stream over `content`, which its owner keeps.
 std::FILE* Open(std::string& content, const char* mode, const Weakness& weakness);
 
-// Within its life each read, pread and write of a descriptor is so weak. The position is that in the file for pread, and
-// counts from the beginning of that life for the others.
+// Within its life each read, pread and write of a descriptor is so weak. The position is that in the file for pread,
+// and counts from the beginning of that life for the others.
 class WeakTransfers {
 public:
     explicit WeakTransfers(const Weakness& weakness);

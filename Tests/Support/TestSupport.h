@@ -29,6 +29,9 @@
 
 namespace test_support {
 
+// Whether this machine stores the low byte of a number first.
+inline constexpr bool kLowByteFirst = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+
 // Bytes as "D6 D0 41", for comparing and naming what no terminal shows.
 inline std::string Hex(std::string_view bytes) {
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -74,8 +77,8 @@ inline std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t 
     return texts;
 }
 
-// Up to four runs of up to 40 pieces, each run from one of the groups, as loops over runs of alike characters meet them;
-// a group is pieces separated by blanks.
+// Up to four runs of up to 40 pieces, each run from one of the groups, as loops over runs of alike characters meet
+// them; a group is pieces separated by blanks.
 inline std::string RandomRuns(std::mt19937& random, const std::vector<std::string>& groups) {
     std::string text;
     for (auto runs = random() % 5; runs > 0; --runs) {

@@ -1,8 +1,8 @@
 // Measures how the time of every operation on text grows with the text, on ordinary and on hostile texts, and writes
 // the table of Docs/Reliability.md. Ends with 1 if something grows faster than it may.
 //
-// Usage: growth CODEMAPS [BYTES]    CODEMAPS is the data file as the build makes it. The smallest text has BYTES (65536),
-// or a sixteenth of that where time grows with the square.
+// Usage: growth CODEMAPS [BYTES]    CODEMAPS is the data file as the build makes it. The smallest text has BYTES
+// (65536), or a sixteenth of that where time grows with the square.
 
 #include <STLCodeTrans.h>
 #include <Utility.h>

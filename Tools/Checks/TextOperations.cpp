@@ -132,6 +132,7 @@ std::string Dictionary(const Text& text) {
     std::vector<std::string> lines = Lines(text);
     std::sort(lines.begin(), lines.end());
     std::vector<const char*> table;
+    table.reserve(lines.size());
     for (const std::string& line : lines) table.push_back(line.c_str());
     long index = 0;
     const long length = MaxMatching(text.chars, table.data(), table.size(), &index);

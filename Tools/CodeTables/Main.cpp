@@ -55,14 +55,15 @@ CodeToUnicode ImportPairs(const char* path) {
     for (std::string line; std::getline(in, line);) {
         if (line.empty() || line[0] == '#') continue;
         unsigned code = 0, code_point = 0;
+        // NOLINTNEXTLINE(cert-err34-c): too few digits to overflow
         if (std::sscanf(line.c_str(), "%4x U+%4x", &code, &code_point) != 2) throw std::runtime_error(line);
         codes[code] = static_cast<char16_t>(code_point);
     }
     return codes;
 }
 
-// Pointer p of the index stands for lead byte p / 157 + 0x81 and the trail byte of rank p mod 157, the trail bytes being
-// 40 to 7E and A1 to FE.
+// Pointer p of the index stands for lead byte p / 157 + 0x81 and the trail byte of rank p mod 157, the trail bytes
+// being 40 to 7E and A1 to FE.
 CodeToUnicode ImportIndex(const char* path, unsigned plane) {
     constexpr unsigned kTrailsPerLead = 157, kLowTrails = 0x3F;
     std::ifstream in = Open(path);
@@ -70,8 +71,10 @@ CodeToUnicode ImportIndex(const char* path, unsigned plane) {
     for (std::string line; std::getline(in, line);) {
         if (line.empty() || line[0] == '#') continue;
         unsigned pointer = 0, code_point = 0;
+        // NOLINTNEXTLINE(cert-err34-c): the check behind it holds for any number
         if (std::sscanf(line.c_str(), "%u 0x%6x", &pointer, &code_point) != 2) throw std::runtime_error(line);
         const unsigned lead = pointer / kTrailsPerLead + 0x81;
+        if (lead > 0xFE) throw std::runtime_error(line);
         const unsigned rank = pointer % kTrailsPerLead;
         const unsigned trail = rank + (rank < kLowTrails ? 0x40 : 0x62);
         if (code_point >> 16 == plane) codes[lead << 8 | trail] = static_cast<char16_t>(code_point);

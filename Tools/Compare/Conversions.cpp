@@ -1,9 +1,9 @@
-// compare_conversions [TEXTS [SEED]]: decodes and encodes as TextKit.h does and as iconv and ICU do (where they were found
-// when this was configured) and writes down every difference, as Markdown.
+// compare_conversions [TEXTS [SEED]]: decodes and encodes as TextKit.h does and as iconv and ICU do (where they were
+// found when this was configured) and writes down every difference, as Markdown.
 //
 // First every two-byte code and every code point, each alone; then TEXTS (a million) random and damaged texts in each
-// encoding, where a difference is one beyond what the single codes explain. iconv stops at what it cannot decode, so what
-// counts is the text in front of that and the place; ICU goes on with U+FFFD, so the whole text counts.
+// encoding, where a difference is one beyond what the single codes explain. iconv stops at what it cannot decode, so
+// what counts is the text in front of that and the place; ICU goes on with U+FFFD, so the whole text counts.
 
 #include <TextKit.h>
 

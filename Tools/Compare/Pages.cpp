@@ -2,8 +2,9 @@
 // the other lacks.
 //
 // A token is one of Tokens, Chinese ones cut into characters, or one other character that is no blank. How often each
-// occurs in a page counts, their order does not. What w3m draws, lines and bullets, is left out. With -v the differences of each page are listed, without it the most
-// frequent ones of all pages. w3m reads the page in the encoding that DetectPage finds.
+// occurs in a page counts, their order does not. What w3m draws, lines and bullets, is left out. With -v the
+// differences of each page are listed, without it the most frequent ones of all pages. w3m reads the page in the
+// encoding that DetectPage finds.
 
 #include <TextKit.h>
 
@@ -64,6 +65,7 @@ std::string Quoted(const std::string& name) {
 std::string W3mDump(const std::string& page, std::string_view charset) {
     const std::string command = "w3m -dump -T text/html -cols 2000 -o display_image=0 -I " + std::string(charset) +
                                 " -O utf-8 < " + Quoted(page);
+    // NOLINTNEXTLINE(cert-env33-c): the shell gets quoted names only
     std::FILE* const pipe = popen(command.c_str(), "r");
     std::error_code error;
     std::string text = pipe == nullptr ? "" : textkit::ReadFile(fileno(pipe), error);
@@ -76,7 +78,7 @@ std::string W3mDump(const std::string& page, std::string_view charset) {
 
 long Sum(const Counts& counts, long sign) {
     long sum = 0;
-    for (const auto& [token, count] : counts) sum += std::max(sign * count, 0l);
+    for (const auto& [token, count] : counts) sum += std::max(sign * count, 0L);
     return sum;
 }
 

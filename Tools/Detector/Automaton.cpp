@@ -59,6 +59,7 @@ std::vector<bool> ChainsThatEnd(const Records& records) {
         for (const std::size_t passed : chain) marks[passed] = end;
     }
     std::vector<bool> ends;
+    ends.reserve(marks.size());
     for (const Mark mark : marks) ends.push_back(mark == kEnds);
     return ends;
 }
@@ -201,7 +202,8 @@ Records Automaton::Pack(std::vector<int>& record_of) const {
         record.nFail = record_of[static_cast<std::size_t>(UsefulFallback(state))];
         record.nValue = PackEffect(state.effect);
         for (const auto& child : state.next)
-            records[static_cast<std::size_t>(base_of[index] + child.first)].nCheck = record_of[index];
+            records[static_cast<std::size_t>(base_of[index]) + static_cast<std::size_t>(child.first)].nCheck =
+                record_of[index];
     }
     records[0].nFail = 0;
     return records;

@@ -122,6 +122,7 @@ void PrintAccuracy(const std::vector<Detector>& detectors, const tools::TrialMak
     for (std::size_t i = 0; i < std::size(kSizes) + 3; ++i) std::printf("|---:");
     std::printf("|\n");
     std::vector<std::vector<Texts>> cells;
+    cells.reserve(std::size(kCases));
     for (const Case& which : kCases) cells.push_back(MakeCells(maker, which));
     for (const Detector& detector : detectors) {
         double sum_without_ucs2 = 0;
@@ -233,11 +234,11 @@ double Speed(const Detector& detector, const Texts& texts) {
     double size = 0, best = 0;
     for (const std::string& text : texts) size += static_cast<double>(text.size());
     for (int round = 0; round < kRounds; ++round) {
-        double passes = 0;
+        long passes = 0;
         std::clock_t taken = 0;
         for (const std::clock_t start = std::clock(); taken < kRound; taken = std::clock() - start, ++passes)
             for (const std::string& text : texts) detector.detect(text);
-        best = std::max(best, passes * size * CLOCKS_PER_SEC / 1e6 / static_cast<double>(taken));
+        best = std::max(best, static_cast<double>(passes) * size * CLOCKS_PER_SEC / 1e6 / static_cast<double>(taken));
     }
     return best;
 }

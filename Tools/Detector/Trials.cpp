@@ -58,7 +58,8 @@ constexpr char kAscii[] =
     "\"b\\\\\": true}\n";
 
 std::string Convert(const char* to, std::string_view utf8) {
-    const iconv_t converter = iconv_open(to, "UTF-8");
+    iconv_t converter = iconv_open(to, "UTF-8");
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): so POSIX names the failure
     if (converter == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error(std::string("no encoding ") + to);
     std::string in(utf8), out(utf8.size() * 2, '\0');
     char *from = in.data(), *into = out.data();
@@ -119,7 +120,8 @@ std::vector<std::string> TrialMaker::ShortInMarkup(const Case& which) const {
     for (std::size_t tries = 0; pages.size() < most_ && tries < most_ * kTriesPerWindow; ++tries) {
         const std::u16string window = text.substr(random.Below(text.size() - kSize + 1), kSize);
         const std::string bytes = encoder_.EncodeWindow(which.encoding, window);
-        if (!bytes.empty() && std::all_of(window.begin(), window.end(), IsHan)) pages.push_back(begin + bytes + end);
+        if (!bytes.empty() && std::all_of(window.begin(), window.end(), IsHan))
+            pages.emplace_back(begin).append(bytes).append(end);
     }
     return pages;
 }

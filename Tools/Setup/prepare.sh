@@ -25,6 +25,8 @@ find_missing() {
       benchmark) has_header benchmark/benchmark.h || missing+=(libbenchmark-dev) ;;
       cli11) has_header CLI/CLI.hpp || missing+=(libcli11-dev) ;;
       json) has_header nlohmann/json.hpp || missing+=(nlohmann-json3-dev) ;;
+      icu) has_header unicode/ucnv.h || missing+=(libicu-dev) ;;
+      uchardet) has_header uchardet/uchardet.h || missing+=(libuchardet-dev) ;;
       doxygen) command -v doxygen >/dev/null || missing+=(doxygen) ;;
       dpkg-dev) command -v dpkg-shlibdeps >/dev/null || missing+=(dpkg-dev) ;;
       pkg-config) command -v pkg-config >/dev/null || missing+=(pkg-config) ;;

@@ -84,8 +84,9 @@ LoadResult ReadTables(const char* path, LoadedTables& tables) {
     return ReadStates(file.get(), tables);
 }
 
-// Lets every failure link that leads out of the table or runs in a circle lead to the root, so that each chain ends there
-// and detection need not look out for them. Each state is walked over once: a walk stops at states of earlier ones.
+// Lets every failure link that leads out of the table or runs in a circle lead to the root, so that each chain ends
+// there and detection need not look out for them. Each state is walked over once: a walk stops at states of earlier
+// ones.
 bool RepairFailureLinks(_tTrieNode* states, std::size_t count) {
     if (count == 0) return true;
     // The number of the walk that first met a state, from 1 on.

@@ -41,8 +41,8 @@ static_assert(sizeof(_tTrieNode) == kRecordBytes);
 // What a state's value means for each encoding, one channel each.
 enum Channel : std::size_t { kGbkChannel, kBig5Channel, kUnicodeChannel, kUtf8Channel, kChannels };
 
-// Bits 0 to 17 of a value are the four deltas, each raised by 9: GBK + 20 × Big5 + 400 × Unicode + 8000 × UTF-8. Bits 18
-// and 19 mean nothing. The bits from 20 up, signed, are a verdict, 0 for none.
+// Bits 0 to 17 of a value are the four deltas, each raised by 9: GBK + 20 × Big5 + 400 × Unicode + 8000 × UTF-8. Bits
+// 18 and 19 mean nothing. The bits from 20 up, signed, are a verdict, 0 for none.
 constexpr int kDeltaOffset = 9;
 constexpr int kScoreMask = 0x3FFFF;
 constexpr int kVerdictShift = 20;

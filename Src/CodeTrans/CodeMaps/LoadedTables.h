@@ -16,7 +16,8 @@ namespace utility::internal {
 
 // All null unless a file is loaded; then none is, even if the automaton has no record.
 struct LoadedTables {
-    // The maps with a row for every trail byte, in the order of PairIndex; those below 40 are copies of the file's row 0.
+    // The maps with a row for every trail byte, in the order of PairIndex; those below 40 are copies of the file's row
+    // 0.
     std::unique_ptr<PairTable<std::uint16_t>> gbk_to_unicode, big5_to_unicode;
     std::unique_ptr<_tTrieNode[]> states;  // nFail leads to the root from each of them; nBase may lead anywhere
     std::size_t state_count = 0;
@@ -24,8 +25,8 @@ struct LoadedTables {
 };
 extern LoadedTables g_tables;
 
-// Reads the file at `path` into `tables`. Returns 0 or one of the negative codes of CodeTrans_Initialize; `tables` may then
-// be filled in part.
+// Reads the file at `path` into `tables`. Returns 0 or one of the negative codes of CodeTrans_Initialize; `tables` may
+// then be filled in part.
 int LoadTables(const char* path, LoadedTables& tables);
 
 }  // namespace utility::internal

@@ -27,8 +27,8 @@ constexpr std::size_t kConversionError = static_cast<std::size_t>(-1);
 constexpr wchar_t kEuroSign = 0x20AC;
 constexpr unsigned char kEuroByte = 0x80;
 
-// Whether the C library converts every two-byte code that our tables have, and ASCII, to the same characters and back. To
-// be asked under its own GBK.
+// Whether the C library converts every two-byte code that our tables have, and ASCII, to the same characters and back.
+// To be asked under its own GBK.
 bool AgreesWithTables() {
     std::string gbk;
     std::wstring wide;
@@ -64,8 +64,8 @@ struct Route {
 };
 
 // Sets the locale of the process, with the message where its conversion cannot be used. The C library's GBK is compared
-// with the tables once, when it is first met. After that the name of the encoding in force tells whether it is that one:
-// it is another if the thread has a locale of its own, or the process found another locale under the name.
+// with the tables once, when it is first met. After that the name of the encoding in force tells whether it is that
+// one: it is another if the thread has a locale of its own, or the process found another locale under the name.
 Route SetGbkLocale() {
     constexpr char kGbkLocale[] = "zh_CN.gbk";
     if (std::setlocale(LC_ALL, kGbkLocale) != nullptr) {
@@ -185,8 +185,8 @@ bool AreAscii8(const wchar_t* wide) {
     return ((words[0] | words[1] | words[2] | words[3]) & 0xFFFFFF80FFFFFF80u) == 0;
 }
 
-// Writes two bytes, of which the character takes one or both, without a branch that text of several scripts would make the
-// processor guess wrong; false for a character that the tables do not know.
+// Writes two bytes, of which the character takes one or both, without a branch that text of several scripts would make
+// the processor guess wrong; false for a character that the tables do not know.
 [[gnu::always_inline]] inline bool ConvertOne(wchar_t character, char*& gbk) {
     const auto code_point = static_cast<std::uint32_t>(character);
     const unsigned code = code_point < 0x10000 ? CodeTable[code_point] : 0;

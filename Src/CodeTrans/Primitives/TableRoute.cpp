@@ -13,8 +13,8 @@ namespace {
 
 using namespace utility::internal;
 
-// The two bytes of GBK for each unit from 80 up, lead byte lowest, as a word of text holds them; the ideographic space for
-// what GBK lacks. A table of its own saves a third of the time that CodeTable would take.
+// The two bytes of GBK for each unit from 80 up, lead byte lowest, as a word of text holds them; the ideographic space
+// for what GBK lacks. A table of its own saves a third of the time that CodeTable would take.
 constexpr std::array<std::uint16_t, 65536> MakeGbkBytes() {
     std::array<std::uint16_t, 65536> bytes{};
     constexpr unsigned kIdeographicSpace = 0xA1A1;

@@ -60,8 +60,8 @@ struct WideWriter {
     void TookAscii(unsigned count) { wide += count; }
 };
 
-// Decodes `length` bytes, none of them zero, and returns the number of characters: at most `length`. `roomy`: `wide` has
-// room for as many; otherwise for no more than there are.
+// Decodes `length` bytes, none of them zero, and returns the number of characters: at most `length`. `roomy`: `wide`
+// has room for as many; otherwise for no more than there are.
 std::size_t DecodeLeniently(const char* utf8, std::size_t length, wchar_t* wide, bool roomy) {
     const char* const end = utf8 + length;
     WideWriter writer{wide};

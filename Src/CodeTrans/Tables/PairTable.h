@@ -1,9 +1,10 @@
 #ifndef UTILITY_CODETRANS_PAIRTABLE_H
 #define UTILITY_CODETRANS_PAIRTABLE_H
 
-// Tables that answer for any two bytes of a double-byte encoding, the first of which has its top bit set: a row for each
-// trail byte, a column for each lead byte less its top bit. The 3,755 most frequent characters of GBK lie within 94 rows
-// of 80 bytes each, which stay in the first-level cache; and the places of four pairs come out of one word of text.
+// Tables that answer for any two bytes of a double-byte encoding, the first of which has its top bit set: a row for
+// each trail byte, a column for each lead byte less its top bit. The 3,755 most frequent characters of GBK lie within
+// 94 rows of 80 bytes each, which stay in the first-level cache; and the places of four pairs come out of one word of
+// text.
 
 #include <array>
 #include <cstddef>

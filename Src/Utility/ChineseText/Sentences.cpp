@@ -24,8 +24,9 @@ using utility::internal::Utf8;
 
 constexpr ByteSet kAsciiSentenceEnds(".!;?\r\n\t");
 
-// How far in front of a start position the end of the text is looked for. Looking all the way would make a loop over the
-// sentences of a long text quadratic; this much finds every start that is off by a little, and costs next to nothing.
+// How far in front of a start position the end of the text is looked for. Looking all the way would make a loop over
+// the sentences of a long text quadratic; this much finds every start that is off by a little, and costs next to
+// nothing.
 constexpr std::size_t kCheckedBytes = 1024;
 
 // Stored as UTF-8 although it is searched for two-byte units.

@@ -29,8 +29,8 @@ using utility::internal::Utf8;
 
 constexpr ByteSet kWhiteSpace(" \t\r\n");
 
-// Character by character the half-width form of each stands in the list behind it; but the lookup goes by byte offset / 2
-// into the stored UTF-8, which agrees with that for the first one only.
+// Character by character the half-width form of each stands in the list behind it; but the lookup goes by byte offset /
+// 2 into the stored UTF-8, which agrees with that for the first one only.
 constexpr auto kFullWidth = Utf8(kWideMarkText);
 constexpr std::string_view kHalfWidth = kNarrowMarks;
 constexpr CharacterListIndex kFullWidthUnits(kFullWidth);

@@ -28,8 +28,8 @@ UTILITY_API bool QuanJiao2BanJiao(char* text);
 /** Copies `source` to `tidied` without the white space that Chinese text does not need; replaces what
  * `tidied` held.
  *
- * Carriage returns and line feeds at the end go (a text of nothing else keeps one, which then counts as other white space
- * and goes, too). Other white space stays, as it is, when the byte copied
+ * Carriage returns and line feeds at the end go (a text of nothing else keeps one, which then counts as other white
+ * space and goes, too). Other white space stays, as it is, when the byte copied
  * before it or the source byte behind it is an ASCII letter. `source` must not point into `tidied`.
  * Allocates at most once.
  *

@@ -28,8 +28,8 @@ long Year(const std::tm& time) {
     return time.tm_year + 1900L;
 }
 
-// What follows writes behind `out` and returns the place behind that; numbers as printf's %02d, %d and %04ld do, of fields
-// that the C library has kept within two digits.
+// What follows writes behind `out` and returns the place behind that; numbers as printf's %02d, %d and %04ld do, of
+// fields that the C library has kept within two digits.
 char* WriteTwoDigits(int value, char* out) {
     *out++ = static_cast<char>('0' + value / 10);
     *out++ = static_cast<char>('0' + value % 10);

@@ -24,8 +24,8 @@
  * has five digits or more, or a sign. */
 UTILITY_API char* time2str(const std::time_t& time, char* buffer, bool chinese);
 
-/** `time` as "2014-03-05T08:09" (no seconds) if `short_form`, else as "2014-03-05 08:09:10"; empty if it cannot be broken
- * down. Every time value is written, 0 as well, with as many digits of the year as it has. */
+/** `time` as "2014-03-05T08:09" (no seconds) if `short_form`, else as "2014-03-05 08:09:10"; empty if it cannot be
+ * broken down. Every time value is written, 0 as well, with as many digits of the year as it has. */
 UTILITY_API std::string formatDateTime(long time, bool short_form);
 
 /** `formatDateTime` of the current time. */
@@ -40,7 +40,8 @@ UTILITY_API int getCurDate();
 /** The same as `getCurDate()`. */
 UTILITY_API int GetToday();
 
-/** Writes the current time as fourteen digits and a NUL, such as "20140305080910", to `buffer`, which needs 15 bytes. */
+/** Writes the current time as fourteen digits and a NUL, such as "20140305080910", to `buffer`, which needs 15
+ * bytes. */
 UTILITY_API void TimeValue(char* buffer);
 
 #endif

@@ -5,9 +5,9 @@
  * Reading dates from text, in digits with separators or with Chinese unit characters in UTF-8.
  *
  * The results are seconds since the epoch for a date in the local time zone of the process, as mktime finds them: it
- * looks at the environment variable TZ in every call and decides whether daylight saving time is in force. A time of day
- * that occurs twice, when the clock is put back, may come out as either, depending on what the process converted before,
- * in whatever thread.
+ * looks at the environment variable TZ in every call and decides whether daylight saving time is in force. A time of
+ * day that occurs twice, when the clock is put back, may come out as either, depending on what the process converted
+ * before, in whatever thread.
  *
  * Texts are NUL-terminated. Numbers are read as by `atoi` (leading blanks and a sign are taken, reading stops at the
  * first byte that is no digit, and nothing readable is 0); of one that an int cannot hold the low 32 bits count. Values
@@ -22,8 +22,8 @@
  *
  * Year, month and day are separated by "-", or by "/" if the text has no "-"; both separators must be the same. The
  * time of day follows the first blank after the day, or underscore if there is no blank, and its parts are separated
- * by ":". Parts that are missing are 0, **and so is all of it after a "T"**: "2014-03-05T08:09" is midnight. A text with
- * neither separator is read by `cstr2time`.
+ * by ":". Parts that are missing are 0, **and so is all of it after a "T"**: "2014-03-05T08:09" is midnight. A text
+ * with neither separator is read by `cstr2time`.
  *
  * Null and empty texts give 0. -1 is the result, and "strDateStr[TEXT] err \n" goes to the error log, for one separator
  * alone and for what `cstr2time` reads as the epoch or earlier. -1 without that line is a date with separators one

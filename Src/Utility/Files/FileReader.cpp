@@ -87,12 +87,12 @@ std::size_t ReadOn(std::FILE* stream, char* bytes, std::size_t count) {
     return got;
 }
 
-// Sets `text` to the bytes that come of the `count` at `offset`, but no NULs; false without the memory. Each piece is searched
-// for NULs while it is still in the cache.
+// Sets `text` to the bytes that come of the `count` at `offset`, but no NULs; false without the memory. The text grows piece
+// by piece, so that each is filled with zeros, read and searched for NULs while it is in the cache.
 bool AssignRange(std::FILE* stream, long offset, std::size_t count, std::string& text) {
-    constexpr std::size_t kPiece = std::size_t{64} << 10;
+    constexpr std::size_t kPiece = std::size_t{32} << 10;
     try {
-        text.resize(count);
+        text.reserve(count);
     } catch (const std::exception&) {
         return false;
     }
@@ -100,6 +100,7 @@ bool AssignRange(std::FILE* stream, long offset, std::size_t count, std::string&
     std::size_t kept = 0;
     for (std::size_t done = 0; done < count;) {
         const std::size_t wanted = std::min(count - done, kPiece);
+        text.resize(kept + wanted);
         char* const piece = text.data() + kept;
         const std::size_t got = ReadOn(stream, piece, wanted);
         const bool has_nul = std::memchr(piece, '\0', got) != nullptr;

@@ -9,8 +9,8 @@
 
 namespace {
 
-// Gathers values for the end of a vector. There is always room for another block, so that a loop may write a value first
-// and then decide whether it counts.
+// Gathers values for the end of a vector. There is always room for another block, so that a loop may write a value
+// first and then decide whether it counts.
 class Sink {
 public:
     static constexpr std::size_t kBlock = 4;
@@ -59,9 +59,9 @@ __m128i LoadBlock(const std::vector<int>& values, std::size_t pos) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(values.data() + pos));
 }
 
-// Compares each of four elements with each of four others at once, steps over the block whose last element is smaller (or
-// both), and stops where there is no block left with another element behind it, or where one holds equal elements: then
-// which of them count depends on their number. What is left is for the loop above.
+// Compares each of four elements with each of four others at once, steps over the block whose last element is smaller
+// (or both), and stops where there is no block left with another element behind it, or where one holds equal elements:
+// then which of them count depends on their number. What is left is for the loop above.
 Place IntersectByBlocks(const std::vector<int>& sorted_a, const std::vector<int>& sorted_b, int offset, Sink& sink) {
     Place place{0, 0};
     const auto fits = [offset](int value) {
@@ -114,8 +114,8 @@ void IntersectBySteps(const std::vector<int>& few, const std::vector<int>& many,
     }
 }
 
-// Looks for a few values at once, so that their memory is waited for together: leaps that double until the last value is
-// behind, and then halves what was leapt over for each of them, without a branch that no processor would foresee.
+// Looks for a few values at once, so that their memory is waited for together: leaps that double until the last value
+// is behind, and then halves what was leapt over for each of them, without a branch that no processor would foresee.
 template <typename Add>
 void IntersectByLeaps(const std::vector<int>& few, const std::vector<int>& many, long offset, Add add) {
     constexpr std::size_t kAtOnce = 4;

@@ -15,7 +15,8 @@ constexpr std::size_t kKeepUnit = 2000;
 constexpr std::size_t kBatch = 5 * kKeepUnit;
 constexpr std::size_t kThreshold = 10 * kKeepUnit;
 
-// Frees the entries that the list holds now, one by one: needs no memory, which is what a full release is there to gain.
+// Frees the entries that the list holds now, one by one: needs no memory, which is what a full release is there to
+// gain.
 void FreeAll(CBufferManager& manager) {
     std::size_t count = 0;
     {
@@ -60,8 +61,8 @@ char* CBufferManager::AddBuffer(char const* text) {
 }
 
 // Entries are taken and set to null under the lock, so that two releases never free the same one, however they overlap,
-// and freed without it, so that others can append meanwhile. A batch leaves the list in the same locked step that decides
-// on it: no index changes under a release that is going on.
+// and freed without it, so that others can append meanwhile. A batch leaves the list in the same locked step that
+// decides on it: no index changes under a release that is going on.
 void CBufferManager::ReleaseBuf(bool full) {
     std::vector<char*> batch;
     {

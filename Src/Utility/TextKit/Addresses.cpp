@@ -102,6 +102,20 @@ std::string Unquoted(std::string_view name) {
     return text;
 }
 
+// The name as it is meant: without quotes, its encoded words decoded, one blank where there are some.
+std::string TidyName(std::string_view name, const CodeMaps& maps) {
+    std::string tidy = Unquoted(Trim(name));
+    if (tidy.find("=?") != tidy.npos) tidy = DecodeWords(tidy, maps);
+    std::size_t kept = 0;
+    for (const char c : tidy) {
+        const bool is_blank = kBlanks.Contains(c);
+        if (!is_blank || (kept > 0 && tidy[kept - 1] != ' ')) tidy[kept++] = is_blank ? ' ' : c;
+    }
+    if (kept > 0 && tidy[kept - 1] == ' ') --kept;
+    tidy.resize(kept);
+    return tidy;
+}
+
 }  // namespace
 
 std::vector<EmailAddress> EmailAddresses(std::string_view text, const CodeMaps& maps) {
@@ -117,7 +131,7 @@ std::vector<EmailAddress> EmailAddresses(std::string_view text, const CodeMaps& 
         const bool enclosed = span.begin > region && text[span.begin - 1] == '<';
         const std::string_view name =
             enclosed ? NameInFront(text, region, span.begin - 1) : CommentBehind(text, span.end);
-        found.name = Join(SplitAny(DecodeWords(Unquoted(Trim(name)), maps), " \t\r\n", Empty::kDrop), " ");
+        found.name = TidyName(name, maps);
         region = span.end;
         if (region < text.size() && text[region] == '>') ++region;
     }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "Internal/HanRuns.h"
 #include "Internal/Utf8Sequences.h"
 #include "Utility/TextKit/ChineseText.h"
 
@@ -43,6 +44,26 @@ CharacterClass FindClass(char32_t code_point) {
     return row != std::end(kClassRows) && row->first <= code_point ? row->kind : CharacterClass::kOther;
 }
 
+// A count for each class, all in one word: a counter in memory would cost each character the time from a store to the next
+// load.
+class ManyCounters {
+public:
+    static constexpr unsigned kMost = (1u << 7) - 1;  // Count() calls between two of MoveTo()
+
+    void Count(CharacterClass kind) { word_ += std::uint64_t{1} << kBits * static_cast<unsigned>(kind); }
+    void MoveTo(ClassCounts& counts) {
+        for (std::size_t& count : counts.counts) {
+            count += word_ & kMost;
+            word_ >>= kBits;
+        }
+    }
+
+private:
+    static constexpr unsigned kBits = 7;
+    static_assert(kBits * kCharacterClasses <= 64);
+    std::uint64_t word_ = 0;
+};
+
 }  // namespace
 
 bool CharacterCursor::AdvanceBeyondAscii() {
@@ -61,8 +82,27 @@ CharacterClass ClassOf(char32_t code_point) {
 
 ClassCounts CountClasses(std::string_view text) {
     ClassCounts counts;
-    for (const Character& character : Characters(text))
-        ++counts.counts[static_cast<std::size_t>(ClassOf(character.code_point))];
+    std::size_t& han = counts.counts[static_cast<std::size_t>(kHan)];
+    ManyCounters counters;
+    for (const char *pos = text.data(), *const end = pos + text.size(); pos != end;) {
+        for (unsigned left = ManyCounters::kMost; left > 0 && pos != end; --left) {
+            if (IsAscii(ToByte(*pos))) {
+                counters.Count(kBmpClasses[ToByte(*pos++)]);
+                continue;
+            }
+            const char* const run_end = SkipCommonHan(pos, end);
+            han += static_cast<std::size_t>((run_end - pos) / kHanBytes);
+            if (run_end == pos) {
+                CharacterCursor cursor{{pos, static_cast<std::size_t>(end - pos)}, {}};
+                cursor.AdvanceBeyondAscii();
+                counters.Count(ClassOf(cursor.item.code_point));
+                pos = cursor.rest.data();
+            } else {
+                pos = run_end;
+            }
+        }
+        counters.MoveTo(counts);
+    }
     return counts;
 }
 

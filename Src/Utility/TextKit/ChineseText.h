@@ -86,7 +86,8 @@ struct ClassCounts {
 };
 
 /** Counts the characters of a text by class. A text is all Chinese if its kHan is its total; how the Chinese and Latin
- * parts of a text compare shows in kHan and kLetter; a word count as editors give it for Chinese is the total less kSpace.
+ * parts of a text compare shows in kHan and kLetter; a word count as editors give it for Chinese is the total less
+ * kSpace.
  *
  *     const textkit::ClassCounts counts = textkit::CountClasses("GBK 有 21791 个码位。");
  *     counts[textkit::CharacterClass::kHan];    // 4
@@ -111,8 +112,8 @@ struct SentenceCursor {
     UTILITY_API bool Advance();
 };
 
-/** The sentences of a text: views without blanks at their ends, none empty. Between two of them, in front of the first and
- * behind the last, the text holds blanks and line ends only.
+/** The sentences of a text: views without blanks at their ends, none empty. Between two of them, in front of the first
+ * and behind the last, the text holds blanks and line ends only.
  *
  * A sentence ends behind 。！？, their ASCII forms, …… and the like, in any number, with the closing quotes and brackets
  * that follow; at an empty line, and at line ends as `line_ends` says. ；and ： end none. Nothing ends
@@ -121,7 +122,8 @@ struct SentenceCursor {
  *   inside a sentence, unless a 。 stands in it;
  * - at an ASCII mark without a blank or Chinese character behind it (3.14, example.com, a?b=c), or with a small letter
  *   behind that blank; at a "." behind a digit in front of a Chinese character (3.安装);
- * - at the "." of an initial or an abbreviation (J. Smith, U.S., Dr., e.g., No. 5) or of the number that starts a list item;
+ * - at the "." of an initial or an abbreviation (J. Smith, U.S., Dr., e.g., No. 5) or of the number that starts a list
+ *   item;
  * - at "..." or "…" inside a line of Chinese, and at …… in front of 等.
  *
  * These are rules of form: speech that a sentence goes on behind (“真的吗？”他问。) ends at its closing quote.
@@ -146,14 +148,14 @@ struct FoldOptions {
     /** ，。、／＼｜＿—, their ASCII forms, tabs and U+3000 become blanks; "." and "-", which stand in numbers and names,
      * stay. */
     bool separators = false;
-    /** Runs of blanks and line ends become one blank, or nothing between two Chinese characters or marks and at the ends of
-     * the text. */
+    /** Runs of blanks and line ends become one blank, or nothing between two Chinese characters or marks and at the
+     * ends of the text. */
     bool blanks = false;
 };
 
-/** `text` in the form in which texts are compared and indexed. Folding what was folded changes nothing. Chinese characters
- * stay as they are, Simplified and Traditional. Malformed UTF-8 becomes U+FFFD, so the result is well-formed. Allocates the
- * result only.
+/** `text` in the form in which texts are compared and indexed. Folding what was folded changes nothing. Chinese
+ * characters stay as they are, Simplified and Traditional. Malformed UTF-8 becomes U+FFFD, so the result is
+ * well-formed. Allocates the result only.
  *
  *     textkit::Fold("ＧＢＫ编码（第２版），ÉTÉ");                    // "gbk编码(第2版),été"
  *     textkit::Fold("【A】、B", {true, true, false, true, true});  // "(a) b" */

@@ -23,7 +23,8 @@ struct DoubleByteMap {
     const std::uint16_t* to_code = nullptr;             // UnicodeToCode
 };
 
-// The codes of Big5 for code points of plane 2, which no data file holds: part of every map that knows Big5. 0 for none.
+// The codes of Big5 for code points of plane 2, which no data file holds: part of every map that knows Big5. 0 for
+// none.
 std::uint32_t Big5ToPlane2(unsigned code);
 unsigned Plane2ToBig5(std::uint32_t code_point);
 

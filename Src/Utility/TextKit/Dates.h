@@ -36,8 +36,8 @@ public:
     TimeZone& operator=(const TimeZone&) = default;
 
     /** The zone of this name in the system's time-zone database (/usr/share/zoneinfo and the like); none if there is no
-     * such file or it is damaged. "UTC" needs no file. Names are made of letters, digits, "_+-" and single slashes: no name
-     * leads out of the database. Reads one small file at each call.
+     * such file or it is damaged. "UTC" needs no file. Names are made of letters, digits, "_+-" and single slashes: no
+     * name leads out of the database. Reads one small file at each call.
      *
      *     textkit::TimeZone::Named("Asia/Shanghai").has_value();     // true where the database is installed
      *     textkit::TimeZone::Named("../../etc/passwd").has_value();  // false */
@@ -47,9 +47,10 @@ public:
     /** The zone that the bytes of a TZif file (RFC 8536) describe; none if they are damaged, or count leap seconds. */
     UTILITY_API static std::optional<TimeZone> FromData(std::string_view tzif);
 
-    /** The time value of a civil time. Where the clock is set forward, the times that it leaves out count with the offset
-     * in front of the change (half past two becomes half past three); where it is set back, those that come twice are the
-     * first of the two. Fields beyond their range are carried over, as mktime does (month 13, day 0, hour 24).
+    /** The time value of a civil time. Where the clock is set forward, the times that it leaves out count with the
+     * offset in front of the change (half past two becomes half past three); where it is set back, those that come
+     * twice are the first of the two. Fields beyond their range are carried over, as mktime does (month 13, day 0, hour
+     * 24).
      *
      *     textkit::TimeZone().ToTime({2001, 9, 9, 1, 46, 40});  // 1000000000 */
     UTILITY_API std::time_t ToTime(const CivilTime& civil) const noexcept;
@@ -77,8 +78,8 @@ struct DateFields {
     std::optional<int> offset_seconds; /**< east of UTC, if the text says so */
 };
 
-/** Reads `text`, which is a date, a time of day, or a date and a time of day, of at most 128 bytes. Full-width forms and
- * blanks do not matter, a day of the week is passed over.
+/** Reads `text`, which is a date, a time of day, or a date and a time of day, of at most 128 bytes. Full-width forms
+ * and blanks do not matter, a day of the week is passed over.
  *
  * - 2026年11月23日, 二〇二六年十一月, 98年 (1969 to 2068), 11月23号, 23日
  * - 2026-11-23, 2026/11/23, 2026.11.23, 2026-11, 2026, 20261123

@@ -89,7 +89,7 @@ std::string Target(std::string path) {
             target.resize(static_cast<std::size_t>(length));
             break;
         }
-        path = target[0] == '/' ? target : FolderOf(path) + target;
+        path = target[0] == '/' ? target : FolderOf(path).append(target);
     }
     errno = ELOOP;
     return {};

@@ -6,7 +6,9 @@
 #include "Internal/AsciiCase.h"
 #include "Internal/CodePointIndex.h"
 #include "Internal/FoldingLists.h"
+#include "Internal/HanRuns.h"
 #include "Internal/Utf8Sequences.h"
+#include "Internal/Words.h"
 #include "Utility/TextKit/ChineseText.h"
 
 namespace textkit {
@@ -43,8 +45,18 @@ constexpr char32_t FoldWidth(char32_t c) {
     return c == U'　' ? U' ' : c;
 }
 
+// Which blocks of 64 characters of the Basic Multilingual Plane the rows reach.
+constexpr auto kCaseBlocks = [] {
+    std::array<bool, 0x10000 / 64> blocks{};
+    for (const CaseRow& row : kCaseRows)
+        for (std::uint32_t block = row.first / 64; block <= row.last / 64 && block < blocks.size(); ++block)
+            blocks[block] = true;
+    return blocks;
+}();
+
 constexpr char32_t FoldCase(char32_t c) {
     if (c < 0x80) return ToAsciiLower(static_cast<unsigned char>(c));
+    if (c / 64 < kCaseBlocks.size() && !kCaseBlocks[c / 64]) return c;
     const CaseRow* const row =
         std::lower_bound(std::begin(kCaseRows), std::end(kCaseRows), c,
                          [](const CaseRow& candidate, char32_t wanted) { return candidate.last < wanted; });
@@ -117,13 +129,13 @@ bool IsWide(char32_t c) {
            (c >= 0xFF01 && c < 0xFF61) || c >= 0x20000;
 }
 
-// Writes characters, of which it may squeeze the blanks.
+// Writes characters and squeezes the blanks.
 class FoldWriter {
 public:
-    FoldWriter(std::size_t expected, bool squeezes) : squeezes_(squeezes) { folded_.reserve(expected); }
+    explicit FoldWriter(std::size_t expected) { folded_.reserve(expected); }
 
     void Append(char32_t c) {
-        if (squeezes_ && !IsPlainAscii(c) && ClassOf(c) == CharacterClass::kSpace) {
+        if (!IsPlainAscii(c) && ClassOf(c) == CharacterClass::kSpace) {
             blank_ = !folded_.empty();
             return;
         }
@@ -144,13 +156,74 @@ private:
 
     std::string folded_;
     char32_t last_ = 0;
-    bool squeezes_, blank_ = false;
+    bool blank_ = false;
+};
+
+// Writes a text whose blanks stay, run by run.
+class RunFolder {
+public:
+    explicit RunFolder(const FoldOptions& options) : options_(options), ascii_forms_(AsciiFormsFor(options)) {}
+
+    std::string Fold(std::string_view text) {
+        folded_.resize(text.size() + kRoom);
+        out_ = folded_.data();
+        for (const char *pos = text.data(), *const end = pos + text.size(); pos != end;) {
+            if (IsAscii(ToByte(*pos))) {
+                pos = FoldAscii(pos, end);
+            } else {
+                pos = FoldHan(pos, end);
+            }
+        }
+        folded_.resize(static_cast<std::size_t>(out_ - folded_.data()));
+        return std::move(folded_);
+    }
+
+private:
+    // There is room for what is left of the text and this much more.
+    static constexpr std::size_t kRoom = 16;
+
+    const char* FoldAscii(const char* pos, const char* end) {
+        const AsciiForms& forms = ascii_forms_;
+        char* out = out_;
+        for (; end - pos >= 16 && AreAscii16(pos); pos += 16, out += 16)
+            for (int i = 0; i < 16; ++i) out[i] = forms[ToByte(pos[i])];
+        for (; pos != end && IsAscii(ToByte(*pos)); ++pos) *out++ = forms[ToByte(*pos)];
+        out_ = out;
+        return pos;
+    }
+
+    // A run of Chinese characters and the mark or other character behind it, as the two come by turns.
+    const char* FoldHan(const char* pos, const char* end) {
+        pos = CopyCommonHan(pos, end, out_);
+        return pos != end && !IsAscii(ToByte(*pos)) ? FoldOther(pos, end) : pos;
+    }
+
+    // Takes one character, which may become longer: a malformed byte, or a letter whose small form is further up.
+    const char* FoldOther(const char* pos, const char* end) {
+        const Utf8Sequence sequence = ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos));
+        const char32_t c = sequence.valid ? Utf8CodePoint(pos, sequence.length) : kReplacementCodePoint;
+        out_ = WriteUtf8(FoldCharacter(c, options_), out_);
+        pos += sequence.length;
+        const auto written = static_cast<std::size_t>(out_ - folded_.data()),
+                   left = static_cast<std::size_t>(end - pos);
+        if (folded_.size() - written < left + kRoom) {
+            folded_.resize(written + left + left / 2 + 2 * kRoom);
+            out_ = folded_.data() + written;
+        }
+        return pos;
+    }
+
+    const FoldOptions& options_;
+    const AsciiForms& ascii_forms_;
+    std::string folded_;
+    char* out_ = nullptr;
 };
 
 }  // namespace
 
 std::string Fold(std::string_view text, const FoldOptions& options) {
-    FoldWriter writer(text.size(), options.blanks);
+    if (!options.blanks) return RunFolder(options).Fold(text);
+    FoldWriter writer(text.size());
     const AsciiForms& ascii_forms = AsciiFormsFor(options);
     for (CharacterCursor cursor{text, {}}; cursor.Advance();) {
         const char32_t c = cursor.item.code_point;

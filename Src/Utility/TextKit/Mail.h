@@ -36,10 +36,10 @@ UTILITY_API std::vector<EmailAddress> EmailAddresses(std::string_view text, cons
 
 /** A header line with its encoded words ("=?gb2312?B?1tC5+g==?=", RFC 2047) decoded to UTF-8; all else stays.
  *
- * Labels are those of EncodingFromLabel, "us-ascii", "iso-8859-1" and "windows-1252" (all three read as Windows-1252), a
- * language behind "*" ignored. Neighbours of the same label are decoded together, so that a character cut in two is whole
- * again; the blanks and line ends between two decoded words go. A word with another label, or that is none, stays as it
- * is. Malformed bytes become U+FFFD.
+ * Labels are those of EncodingFromLabel, "us-ascii", "iso-8859-1" and "windows-1252" (all three read as Windows-1252),
+ * a language behind "*" ignored. Neighbours of the same label are decoded together, so that a character cut in two is
+ * whole again; the blanks and line ends between two decoded words go. A word with another label, or that is none, stays
+ * as it is. Malformed bytes become U+FFFD.
  *
  *     textkit::DecodeWords("Re: =?GB2312?B?1tA=?= =?gb2312?Q?=B9=FA?=");  // "Re: 中国" */
 UTILITY_API std::string DecodeWords(std::string_view header, const CodeMaps& maps = {});

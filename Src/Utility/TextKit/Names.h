@@ -2,8 +2,9 @@
 #define UTILITY_TEXTKIT_NAMES_H
 
 /** @file
- * Names in Chinese: whether a word looks like a foreign one, what kind of place another is. The lists behind both are of
- * Simplified Chinese. Functions of UTF-8 words, linear, without state; they allocate nothing and are safe from any thread. */
+ * Names in Chinese: whether a word looks like a foreign one, what kind of place another is. The lists behind both are
+ * of Simplified Chinese. Functions of UTF-8 words, linear, without state; they allocate nothing and are safe from any
+ * thread. */
 
 #include <string_view>
 
@@ -26,8 +27,8 @@ struct ForeignName {
     double share = 0;
 };
 
-/** Compares `word` with the characters that foreign names are written with. The dots and blanks between the parts of a name
- * (·・•‧) do not count. Where two styles have the same share, the earlier one stands, but a share below 1 goes to
+/** Compares `word` with the characters that foreign names are written with. The dots and blanks between the parts of a
+ * name (·・•‧) do not count. Where two styles have the same share, the earlier one stands, but a share below 1 goes to
  * kJapanese, since a transliterated name hardly holds other characters. The empty word has share 0.
  *
  *     textkit::MatchForeignName("比尔·盖茨");  // kWestern, 1

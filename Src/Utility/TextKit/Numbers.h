@@ -2,8 +2,8 @@
 #define UTILITY_TEXTKIT_NUMBERS_H
 
 /** @file
- * Numbers: Arabic and Chinese numerals with their exact values. Functions of UTF-8 text, linear, without state; safe from
- * any thread. */
+ * Numbers: Arabic and Chinese numerals with their exact values. Functions of UTF-8 text, linear, without state; safe
+ * from any thread. */
 
 #include <cstdint>
 #include <optional>
@@ -66,9 +66,9 @@ struct NumberCursor {
     UTILITY_API bool Advance();
 };
 
-/** The numbers in a text. What looks like a number is taken as a whole, and left out if ParseNumber has no value for it: of
- * 二三十 and 1.2.3 nothing is found. So are 半 and 百, 万 and the like alone, digits within Latin words (GBK2), and "/",
- * which stands between two numbers. "-" is a sign where no word, digit or bracket ends in front of it.
+/** The numbers in a text. What looks like a number is taken as a whole, and left out if ParseNumber has no value for
+ * it: of 二三十 and 1.2.3 nothing is found. So are 半 and 百, 万 and the like alone, digits within Latin words (GBK2), and
+ * "/", which stands between two numbers. "-" is a sign where no word, digit or bracket ends in front of it.
  *
  * Words are not known: of 一起 the 一 is found. 2026年11月23日 holds three numbers.
  *

@@ -1,8 +1,11 @@
 #include "Utility/TextKit/Pieces.h"
 
 #include <algorithm>
+#include <array>
 
+#include "Internal/ByteSet.h"
 #include "Internal/Bytes.h"
+#include "Internal/HanRuns.h"
 #include "Internal/SubstringSearch.h"
 #include "Internal/Utf8Sequences.h"
 #include "Utility/TextKit/ChineseText.h"
@@ -17,6 +20,7 @@ constexpr std::size_t kNowhere = std::string_view::npos;
 
 // The first character of a text that is not empty.
 Character FirstCharacter(std::string_view text) {
+    if (IsAscii(ToByte(text[0]))) return {ToByte(text[0]), text.substr(0, 1)};
     CharacterCursor cursor{text, {}};
     cursor.Advance();
     return cursor.item;
@@ -61,7 +65,16 @@ bool CutAtAny(PieceCursor& cursor) {
 // Of what a token is made.
 enum class Part { kNone, kWord, kHan };
 
+constexpr auto kAsciiParts = [] {
+    std::array<Part, 0x80> parts{};
+    for (unsigned char c = 0; c < parts.size(); ++c)
+        if (IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_') parts[c] = Part::kWord;
+    return parts;
+}();
+static_assert(Part{} == Part::kNone);
+
 Part PartOf(char32_t code_point) {
+    if (code_point < kAsciiParts.size()) return kAsciiParts[code_point];
     switch (ClassOf(code_point)) {
         case CharacterClass::kHan:
             return Part::kHan;
@@ -70,7 +83,7 @@ Part PartOf(char32_t code_point) {
         case CharacterClass::kNumber:
             return Part::kWord;
         default:
-            return code_point == '_' ? Part::kWord : Part::kNone;
+            return Part::kNone;
     }
 }
 
@@ -87,33 +100,64 @@ bool IsInnerPunctuation(const Character& mark, std::string_view text, char32_t b
     return joins_words ? PartOf(next) == Part::kWord : IsDigit(before) && IsDigit(next);
 }
 
-bool CutToken(PieceCursor& cursor) {
-    std::string_view& rest = cursor.rest;
-    Part part = Part::kNone;
-    Character last;
-    for (; part == Part::kNone; rest.remove_prefix(part == Part::kNone ? last.bytes.size() : 0)) {
-        if (rest.empty()) return false;
-        last = FirstCharacter(rest);
-        part = PartOf(last.code_point);
-    }
-    std::size_t end = last.bytes.size();
-    while (end < rest.size()) {
+// How many bytes at the start of a text are ASCII characters of one part.
+std::size_t CountAsciiOf(Part part, std::string_view text) {
+    std::size_t count = 0;
+    while (count < text.size() && IsAscii(ToByte(text[count])) && kAsciiParts[ToByte(text[count])] == part) ++count;
+    return count;
+}
+
+struct TokenBytes {
+    std::size_t length, behind;  // of the token and of what is known to be none behind it
+};
+
+// The token at the start of `rest`, which starts with `last`, a character of the part.
+TokenBytes MeasureToken(std::string_view rest, Part part, Character last) {
+    constexpr ByteSet kInnerMarks{".,'"};
+    for (std::size_t end = last.bytes.size();;) {
+        // First what most tokens are made of, then any character.
+        const std::string_view run = rest.substr(end);
+        if (part == Part::kHan) {
+            end += static_cast<std::size_t>(SkipCommonHan(run.data(), run.data() + run.size()) - run.data());
+        } else if (const std::size_t count = CountAsciiOf(Part::kWord, run); count > 0) {
+            end += count;
+            last.code_point = ToByte(rest[end - 1]);
+        }
+        if (end == rest.size()) return {end, 0};
+        if (IsAscii(ToByte(rest[end])) && (part == Part::kHan || !kInnerMarks.Contains(rest[end]))) return {end, 0};
         const std::string_view text = rest.substr(end);
         const Character next = FirstCharacter(text);
         const Part next_part = PartOf(next.code_point);
         const bool inside = part == Part::kWord && next_part == Part::kNone;
-        if (next_part != part && !(inside && IsInnerPunctuation(next, text, last.code_point))) break;
+        if (next_part != part && !(inside && IsInnerPunctuation(next, text, last.code_point)))
+            return {end, next_part == Part::kNone ? next.bytes.size() : 0};
         last = next;
         end += next.bytes.size();
     }
-    cursor.item = rest.substr(0, end);
-    rest.remove_prefix(end);
+}
+
+bool CutToken(PieceCursor& cursor) {
+    std::string_view& rest = cursor.rest;
+    Part part = Part::kNone;
+    Character first;
+    for (; part == Part::kNone; rest.remove_prefix(part == Part::kNone ? first.bytes.size() : 0)) {
+        rest.remove_prefix(CountAsciiOf(Part::kNone, rest));
+        if (rest.empty()) return false;
+        first = FirstCharacter(rest);
+        part = PartOf(first.code_point);
+    }
+    const TokenBytes bytes = MeasureToken(rest, part, first);
+    cursor.item = rest.substr(0, bytes.length);
+    rest.remove_prefix(bytes.length + bytes.behind);
     return true;
 }
+
+constexpr ByteSet kAsciiBlanks{"\t\n\v\f\r "};
 
 // Length of the blank at the start or end of a text, 0 without one.
 std::size_t BlankAtStart(std::string_view text) {
     if (text.empty()) return 0;
+    if (IsAscii(ToByte(text[0]))) return kAsciiBlanks.Contains(text[0]);
     const Character first = FirstCharacter(text);
     return ClassOf(first.code_point) == CharacterClass::kSpace ? first.bytes.size() : 0;
 }

@@ -46,8 +46,8 @@ enum class Empty {
 
 /** The pieces of `text` between the occurrences of `separator`, which are taken from the left and do not overlap.
  *
- * With kKeep, n occurrences make n + 1 pieces, so that Join with the same separator gives the text again; the empty text
- * is one empty piece. An empty separator does not occur.
+ * With kKeep, n occurrences make n + 1 pieces, so that Join with the same separator gives the text again; the empty
+ * text is one empty piece. An empty separator does not occur.
  *
  *     textkit::Split("一，二，，三", "，");                           // "一", "二", "", "三"
  *     textkit::Split("a--b----c", "--", textkit::Empty::kDrop);  // "a", "b", "c" */
@@ -61,10 +61,10 @@ UTILITY_API Pieces SplitAny(std::string_view text, std::string_view separators, 
 
 /** The tokens of `text`: words and numbers, and runs of Chinese characters.
  *
- * A run of Chinese characters is one of kHan, by ClassOf; a word or number one of kLetter, kDigit, kNumber and "_". Inside it, in front of another such character,
- * also stand "." and apostrophes ("example.com", "don't"), and "," between digits ("1,284.50"). Everything else (blanks,
- * punctuation, symbols, control characters, malformed bytes) is between tokens. A run of Chinese characters is not cut
- * further: that takes a Dictionary.
+ * A run of Chinese characters is one of kHan, by ClassOf; a word or number one of kLetter, kDigit, kNumber and "_".
+ * Inside it, in front of another such character, also stand "." and apostrophes ("example.com", "don't"), and ","
+ * between digits ("1,284.50"). Everything else (blanks, punctuation, symbols, control characters, malformed bytes) is
+ * between tokens. A run of Chinese characters is not cut further: that takes a Dictionary.
  *
  *     textkit::Tokens("iPhone手机：1,284.50 元。");  // "iPhone", "手机", "1,284.50", "元" */
 UTILITY_API Pieces Tokens(std::string_view text);

@@ -16,7 +16,8 @@ struct Reference {
     std::string_view Text() const { return {text, text_length}; }
 };
 
-// Reads the reference at the start of `text`, which starts with '&'. Names are read in bounded time, numbers to their end.
+// Reads the reference at the start of `text`, which starts with '&'. Names are read in bounded time, numbers to their
+// end.
 Reference ReadReference(std::string_view text);
 
 // The character that a reference to a number stands for: 128 to 159 are the characters of Windows-1252, and what is no

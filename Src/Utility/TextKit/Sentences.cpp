@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "Internal/CodePointIndex.h"
+#include "Internal/HanRuns.h"
 #include "Internal/Utf8Sequences.h"
 #include "Utility/TextKit/ChineseText.h"
 
@@ -49,6 +50,23 @@ constexpr auto kMayMatter = [] {
     return bytes;
 }();
 
+// Whether EndsHere() has a rule for the character, a bit for each of 64 from kFirst on.
+template <char32_t kFirst>
+constexpr std::uint64_t kRuled = [] {
+    std::uint64_t ruled = 0;
+    for (char32_t c = kFirst; c < kFirst + 64; ++c) {
+        const bool is_ruled = kIndexOf<kWideEnds>.Contains(c) || kIndexOf<kOpeners>.Contains(c) || c == U'．';
+        ruled |= std::uint64_t{is_ruled} << (c - kFirst);
+    }
+    return ruled;
+}();
+
+// The same for any character, as far as those go that Chinese text is full of: there may be one for all the others.
+constexpr bool MayBeRuled(char32_t c) {
+    if (c / 64 == U'，' / 64) return (kRuled<0xFF00> >> c % 64 & 1) != 0;
+    return c / 64 != U'、' / 64 || (kRuled<0x3000> >> c % 64 & 1) != 0;
+}
+
 bool StartsWith(std::string_view text, std::size_t pos, std::string_view wanted) {
     return text[pos] == wanted[0] && text.compare(pos, wanted.size(), wanted) == 0;
 }
@@ -59,13 +77,8 @@ public:
 
     // Where the first sentence ends; the text starts with a character of it.
     std::size_t FindEnd() {
-        while (pos_ < text_.size()) {
-            if (!kMayMatter[ToByte(text_[pos_])]) {
-                ++pos_;
-            } else if (EndsHere()) {
-                break;
-            }
-        }
+        do SkipToWhatMayMatter();
+        while (pos_ < text_.size() && !EndsHere());
         return pos_;
     }
 
@@ -74,6 +87,13 @@ private:
         char32_t code_point = 0;  // 0 at the end of the text
         std::size_t length = 0;
     };
+
+    void SkipToWhatMayMatter() {
+        const char *const end = text_.data() + text_.size(), *pos = text_.data() + pos_;
+        if (pos != end && !IsAscii(ToByte(*pos))) pos = SkipCommonHan(pos, end);
+        while (pos != end && !kMayMatter[ToByte(*pos)]) ++pos;
+        pos_ = static_cast<std::size_t>(pos - text_.data());
+    }
 
     Decoded At(std::size_t pos) const {
         if (pos >= text_.size()) return {};
@@ -89,6 +109,10 @@ private:
     // Steps over what stands at pos_; true if the sentence ends there.
     bool EndsHere() {
         const Decoded here = At(pos_);
+        if (!MayBeRuled(here.code_point)) {
+            pos_ += here.length;
+            return false;
+        }
         if (IsLineEnd(here.code_point)) return EndsAtLineEnd();
         if (kIndexOf<kWideEnds>.Contains(here.code_point)) return EndsAtMarks(/*ascii=*/false);
         if (const int opener = kIndexOf<kOpeners>.Find(here.code_point); opener >= 0) {

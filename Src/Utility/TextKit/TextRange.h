@@ -9,9 +9,10 @@
 
 namespace textkit {
 
-/** What a text holds, in its order: a range to loop over, to give to an algorithm or to fill a container with. An item is
- * found when an iterator gets to it, and nothing is allocated. The text must outlive range and iterators; an iterator
- * outlives its range, and one of a copy of the range is as good. `Cursor` is the library's own: it stands at an item. */
+/** What a text holds, in its order: a range to loop over, to give to an algorithm or to fill a container with. An item
+ * is found when an iterator gets to it, and nothing is allocated. The text must outlive range and iterators; an
+ * iterator outlives its range, and one of a copy of the range is as good. `Cursor` is the library's own: it stands at
+ * an item. */
 template <typename Cursor>
 class TextRange {
 public:

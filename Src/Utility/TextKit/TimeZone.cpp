@@ -27,8 +27,8 @@ std::optional<std::string> ReadSmallFile(const std::string& path) {
     struct stat status {};
     if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0 &&
         static_cast<std::size_t>(status.st_size) <= kLargestFile) {
-        bytes.emplace(static_cast<std::size_t>(status.st_size), '\0');
-        if (read(file, bytes->data(), bytes->size()) != status.st_size) bytes.reset();
+        std::string content(static_cast<std::size_t>(status.st_size), '\0');
+        if (read(file, content.data(), content.size()) == status.st_size) bytes = std::move(content);
     }
     (void)close(file);
     return bytes;
@@ -155,8 +155,9 @@ std::optional<ZoneChange> TimeZone::Data::LastChange(std::int64_t seconds, bool 
     for (int i = 0; i < 3; ++i) {
         const std::int64_t to_daylight = rule->start.In(year - 1 + i) - rule->standard_offset;
         const std::int64_t to_standard = rule->end.In(year - 1 + i) - rule->daylight_offset;
-        by_rule[static_cast<std::size_t>(2 * i)] = {to_daylight, rule->standard_offset, rule->daylight_offset};
-        by_rule[static_cast<std::size_t>(2 * i) + 1] = {to_standard, rule->daylight_offset, rule->standard_offset};
+        const auto place = 2 * static_cast<std::size_t>(i);
+        by_rule[place] = {to_daylight, rule->standard_offset, rule->daylight_offset};
+        by_rule[place + 1] = {to_standard, rule->daylight_offset, rule->standard_offset};
     }
     std::stable_sort(by_rule.begin(), by_rule.end(),
                      [](const ZoneChange& a, const ZoneChange& b) { return a.time < b.time; });

@@ -1,7 +1,8 @@
 #ifndef UTILITY_TEXTKIT_TIMEZONEDATA_H
 #define UTILITY_TEXTKIT_TIMEZONEDATA_H
 
-// A time zone as its file describes it: a list of changes of the offset, and a rule for the time behind the last of them.
+// A time zone as its file describes it: a list of changes of the offset, and a rule for the time behind the last of
+// them.
 
 #include <cstdint>
 #include <optional>

@@ -108,7 +108,8 @@ TEST(AutomatonTest, FindsEveryKindOfFault) {
     const auto last = static_cast<int>(records.size());
     records.push_back({0, -1, 0, kNeutral});
     EXPECT_TRUE(tools::FindFaults(records).empty());
-    // Base and check out of the table on either side, no parent, fallback out of the table and in a circle, verdicts, bits.
+    // Base and check out of the table on either side, no parent, fallback out of the table and in a circle, verdicts,
+    // bits.
     const tools::Records kFaults = {{last - 254, -1, 0, kNeutral},
                                     {-1, -1, 0, kNeutral},
                                     {0, last + 1, 0, kNeutral},

@@ -19,8 +19,8 @@ std::string Decode(int encoding, const std::string& pair) {
     return unit[0] == 0 && unit[1] == 0 ? "" : std::string(unit, 2);
 }
 
-// Compares all pairs with the published tables (count and FNV-1a over codes and code points, computed from these) and with
-// the C library, which for Big5 has other symbols in rows A1 and A2 and fewer extensions.
+// Compares all pairs with the published tables (count and FNV-1a over codes and code points, computed from these) and
+// with the C library, which for Big5 has other symbols in rows A1 and A2 and fewer extensions.
 TEST(MapsTest, HoldTheirTablesAndNothingElse) {
     const struct {
         int encoding;

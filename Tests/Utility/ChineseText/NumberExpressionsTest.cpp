@@ -93,7 +93,8 @@ TEST(WordStandardTest, EveryCharacter) {
     EXPECT_EQ(Standard("A  \xA3\xC1 \xD6\xD0 1 \xD6"), "aa\xD6\xD0 1");
 }
 
-// Texts long enough for runs against their characters one by one: what one becomes, as the tests of all characters show it.
+// Texts long enough for runs against their characters one by one: what one becomes, as the tests of all characters show
+// it.
 TEST(FoldingTest, RunsGiveWhatTheirCharactersGive) {
     const struct {
         std::string (*fold)(std::string text);

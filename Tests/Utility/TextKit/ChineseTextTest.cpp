@@ -181,6 +181,25 @@ TEST(SentencesTest, LeaveOutBlanksAndNothingElse) {
     }
 }
 
+// Chinese characters and marks without a rule are skipped in ways of their own, which ䷿ (U+4DFF) has no part in.
+TEST(SentencesTest, DoNotDependOnWhichCharacterHasNoRule) {
+    const std::string pieces[] = {"中", "中", "中", "＃", "〃", "。", "．", "！", "《", "》", "（", "）",
+                                  "，", ".",  "!",  "\"", "…",  " ",  "\n", "a",  "A",  "3",  "”",  "\xE4\xB8"};
+    std::mt19937 random(1);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text, plain;
+        for (auto count = random() % 40; count > 0; --count) {
+            const auto kind = random() % std::size(pieces);
+            const std::size_t length = kind < 3 ? 1 + random() % 9 : 1;
+            for (std::size_t i = 0; i < length; ++i) text += pieces[kind], plain += kind < 5 ? "䷿" : pieces[kind];
+        }
+        std::vector<std::pair<std::ptrdiff_t, std::size_t>> places, plain_places;
+        for (const std::string_view s : Sentences(text)) places.emplace_back(s.data() - text.data(), s.size());
+        for (const std::string_view s : Sentences(plain)) plain_places.emplace_back(s.data() - plain.data(), s.size());
+        ASSERT_EQ(places, plain_places) << text;
+    }
+}
+
 TEST(FoldTest, FoldsEachKind) {
     struct Row {
         FoldOptions options;
@@ -230,6 +249,91 @@ TEST(FoldTest, FoldsLettersAsTheCLibraryPairsThem) {
 }
 
 // Whatever opens and never closes must not make a text cost more per byte the longer it is.
+// The tokens of a text by their rule, character by character: 0 is for what is between tokens.
+std::vector<std::string> PlainTokens(const std::string& text) {
+    std::vector<textkit::Character> all;
+    for (const textkit::Character& c : textkit::Characters(text)) all.push_back(c);
+    const auto part = [&](std::size_t i) {
+        const CharacterClass kind = i < all.size() ? ClassOf(all[i].code_point) : CharacterClass::kOther;
+        if (kind == CharacterClass::kHan) return 2;
+        const bool is_word = kind == CharacterClass::kLetter || kind == CharacterClass::kDigit ||
+                             kind == CharacterClass::kNumber || (i < all.size() && all[i].code_point == '_');
+        return is_word ? 1 : 0;
+    };
+    const auto is_digit = [&](std::size_t i) { return ClassOf(all[i].code_point) == CharacterClass::kDigit; };
+    std::vector<std::string> tokens;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (part(i) == 0) continue;
+        const int kind = part(i);
+        for (tokens.emplace_back(); i < all.size(); ++i) {
+            const char32_t c = all[i].code_point;
+            const bool joins =
+                kind == 1 && part(i + 1) == 1 &&
+                (c == '.' || c == '\'' || c == 0x2019 || (c == ',' && is_digit(i - 1) && is_digit(i + 1)));
+            if (part(i) != kind && !joins) break;
+            tokens.back() += all[i].bytes;
+        }
+        --i;
+    }
+    return tokens;
+}
+
+// What is done run by run comes to what is done character by character. The pieces lie at the ends of what makes runs.
+TEST(ChineseTextTest, RunsGiveWhatTheirCharactersGive) {
+    const std::string pieces[] = {"一",
+                                  "中文",
+                                  "中文中文中文",
+                                  "鿿",
+                                  "䷿",
+                                  "㐀",
+                                  "ꀀ",
+                                  "ﾡ",
+                                  "𠀀",
+                                  "々",
+                                  "，",
+                                  "。",
+                                  "　",
+                                  "Ａ",
+                                  "Ⱥ",
+                                  "É",
+                                  "\u00A0",
+                                  "\u2019",
+                                  "٣",
+                                  "word",
+                                  "Two W",
+                                  "0123456789ABCDEFghij",
+                                  "_",
+                                  ".",
+                                  ",",
+                                  "'",
+                                  "7",
+                                  " \t\n",
+                                  "\xE4\xB8",
+                                  "\xE9",
+                                  "\xED\xA0\x80",
+                                  "\xFF"};
+    std::mt19937 random(1);
+    for (int round = 0; round < 30000; ++round) {
+        std::string text, folded;
+        for (auto count = random() % 24; count > 0; --count) text += pieces[random() % std::size(pieces)];
+        const auto bits = random();
+        const FoldOptions options{(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0, (bits & 16) != 0};
+        textkit::ClassCounts counts;
+        for (const textkit::Character& c : textkit::Characters(text)) {
+            folded += Fold(c.bytes, options);
+            ++counts.counts[static_cast<std::size_t>(ClassOf(c.code_point))];
+        }
+        ASSERT_EQ(Fold(text, options), folded) << test_support::Hex(text);
+        ASSERT_EQ(textkit::CountClasses(text).counts, counts.counts) << test_support::Hex(text);
+        const textkit::Pieces tokens = textkit::Tokens(text);
+        ASSERT_EQ(std::vector<std::string>(tokens.begin(), tokens.end()), PlainTokens(text)) << test_support::Hex(text);
+    }
+    const std::string many(1000, 'a');  // of one class, more than are counted at a time
+    EXPECT_EQ(textkit::CountClasses(many + "，" + many)[CharacterClass::kLetter], 2000u);
+    for (char32_t c = 0; c < 0x80; ++c)
+        EXPECT_EQ(textkit::Trim(Utf8(c)).empty(), ClassOf(c) == CharacterClass::kSpace) << static_cast<unsigned>(c);
+}
+
 TEST(ChineseTextTest, HostileTextsTakeLinearTime) {
     const auto cpu_seconds = [](const std::string& text) {
         const std::clock_t start = std::clock();
