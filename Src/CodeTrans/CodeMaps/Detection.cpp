@@ -96,8 +96,8 @@ std::int64_t CountHighBytes(const char* text, const char* end) {
     return count;
 }
 
-// Adds up scores in words whose bytes and halves are counters of their own. Each takes 255 scores before it is emptied into
-// the tally.
+// Adds up scores in words whose bytes and halves are counters of their own. Each takes 255 scores before it is emptied
+// into the tally.
 class ScoreBlock {
 public:
     static constexpr std::size_t kMost = 255;

@@ -10,8 +10,8 @@ namespace {
 constexpr std::size_t kMostHubs = 8, kMostGrounds = 12;
 static_assert(kMostHubs < ScanForm::Place::kNone && kMostGrounds < ScanForm::Place::kNone);
 
-// Links followed for all rows, some 10 ms. Automata whose chains are longer than any text needs are left to be taken byte by
-// byte in part.
+// Links followed for all rows, some 10 ms. Automata whose chains are longer than any text needs are left to be taken
+// byte by byte in part.
 constexpr std::size_t kMostFallbacks = std::size_t{1} << 22;
 
 constexpr std::uint32_t kNobody = 0xFFFFFFFFu, kSeveral = 0xFFFFFFFEu;
@@ -98,8 +98,9 @@ private:
         first_child_.pop_back();
     }
 
-    // A state that leads nowhere hands every byte on to the state it falls back to, and so goes on as the first state of its
-    // chain that leads anywhere. Chains share their ends, and each is walked only as far as that is not known yet.
+    // A state that leads nowhere hands every byte on to the state it falls back to, and so goes on as the first state
+    // of its chain that leads anywhere. Chains share their ends, and each is walked only as far as that is not known
+    // yet.
     void FindResumed() {
         resumed_.assign(states_.count, kNobody);
         resumed_[0] = 0;
@@ -244,7 +245,7 @@ private:
         shift_of_.assign(states_.count, 0);
         std::uint32_t shift = 0;
         for (const Holder& holder : holders_) {
-            const Pending* const first = &pending_[holder.first];
+            const Pending* const first = pending_.data() + holder.first;
             const Pending* const last = first + holder.count;
             for (std::uint32_t tries = 0; tries < kTries; ++tries) {
                 shift = (shift + 0x9E3779B1u) % shifts;  // odd: comes to all of them

@@ -1,17 +1,18 @@
 #ifndef UTILITY_CODETRANS_SCANFORM_H
 #define UTILITY_CODETRANS_SCANFORM_H
 
-// The automaton in the form that detection runs on, made when a data file is loaded: it takes a text a unit at a time, a byte
-// below 80, or a byte from 80 up together with the next one. One look-up in a row says what such a unit scores and where it
-// leads to, and a text's look-ups hardly wait for each other: where a unit leads to does not depend on the unit in front of
-// it, but for few.
+// The automaton in the form that detection runs on, made when a data file is loaded: it takes a text a unit at a time,
+// a byte below 80, or a byte from 80 up together with the next one. One look-up in a row says what such a unit scores
+// and where it leads to, and a text's look-ups hardly wait for each other: where a unit leads to does not depend on the
+// unit in front of it, but for few.
 //
-// Nothing is taken for granted about the automaton. A state takes units from 80 up by the row of its *hub*: the first state
-// of its failure chain that has a transition on each byte from 80 up, or the root. Where it leads on from such bytes
-// itself, what it says otherwise than the hub are its *exceptions*; they are few, and stand in a hash table without
-// collisions. A state takes bytes below 80 by the row of its *ground*: the first state of its chain that leads on from any
-// of these. There is room for some hubs and grounds, found by going on from the start of a text. A state that does not fit,
-// or that says more by its exceptions than another score, has no row, and the scan takes its bytes one by one.
+// Nothing is taken for granted about the automaton. A state takes units from 80 up by the row of its *hub*: the first
+// state of its failure chain that has a transition on each byte from 80 up, or the root. Where it leads on from such
+// bytes itself, what it says otherwise than the hub are its *exceptions*; they are few, and stand in a hash table
+// without collisions. A state takes bytes below 80 by the row of its *ground*: the first state of its chain that leads
+// on from any of these. There is room for some hubs and grounds, found by going on from the start of a text. A state
+// that does not fit, or that says more by its exceptions than another score, has no row, and the scan takes its bytes
+// one by one.
 
 #include <cstddef>
 #include <cstdint>

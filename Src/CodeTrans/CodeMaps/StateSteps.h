@@ -32,8 +32,8 @@ struct States {
     std::size_t count;
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-    // The record that `state` leads to on `byte` by itself, or kNone. As a signed sum: a negative base may lead back into
-    // the table.
+    // The record that `state` leads to on `byte` by itself, or kNone. As a signed sum: a negative base may lead back
+    // into the table.
     std::size_t Child(std::size_t state, unsigned byte) const {
         const auto next = static_cast<std::size_t>(std::ptrdiff_t{at[state].nBase} + static_cast<std::ptrdiff_t>(byte));
         return next < count && at[next].nCheck >= 0 && static_cast<std::size_t>(at[next].nCheck) == state ? next
@@ -41,8 +41,8 @@ struct States {
     }
     std::size_t Fallback(std::size_t state) const { return static_cast<std::size_t>(at[state].nFail); }
 
-    // The record that a text enters from `state` with `byte`; kNone if the root knows nothing of the byte, which leaves a
-    // text there.
+    // The record that a text enters from `state` with `byte`; kNone if the root knows nothing of the byte, which leaves
+    // a text there.
     std::size_t Step(std::size_t state, unsigned byte) const {
         for (;; state = Fallback(state)) {
             const std::size_t next = Child(state, byte);
