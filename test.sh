@@ -123,7 +123,7 @@ lint() {
 
 coverage() {
   local options=(--root . --filter Src/ --exclude-throw-branches --exclude-unreachable-branches)
-  run_tests build/coverage -DCMAKE_BUILD_TYPE=Debug -DUTILITY_COVERAGE=ON -- --exclude-regex ReplaysTheCorpus "$@"
+  run_tests build/coverage -DCMAKE_BUILD_TYPE=Debug -DUTILITY_COVERAGE=ON -- --exclude-regex 'ReplaysTheCorpus|ExportedNames' --timeout 900 "$@"
   gcovr "${options[@]}" build/coverage
   gcovr "${options[@]}" --branches build/coverage | tail -3
   # And what the fuzzer found worth keeping, where it has run here.
