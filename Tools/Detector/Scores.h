@@ -42,9 +42,16 @@ public:
         Chain chain;
         int verdict;
     };
-    // Chains of three that are common enough in one encoding, and in texts of many kinds, for two of them to end the
-    // matter for good, and so far from what the others hold that nothing speaks against it.
-    std::vector<Phrase> Phrases() const;
+    // What units of the two bytes say behind another in UTF-8, on average.
+    Deltas MeanInUtf8(const ByteClass& first, const ByteClass& second) const;
+
+    // Chains of three that are in texts of many kinds in one encoding, and so far from what the others hold that nothing
+    // speaks against it. The first opening one in a text tells how it is scored from there on; the first closing one
+    // behind that, common enough for long texts to have some, ends the matter. Those for UTF-8 are two characters of three
+    // bytes. UCS-2 has deciding phrases instead, each of which ends the matter by itself.
+    std::vector<Phrase> OpeningPhrases() const;
+    std::vector<Phrase> ClosingPhrases() const;
+    std::vector<Phrase> DecidingPhrases() const;
 
 private:
     ShareByChannel Likelihood(std::vector<double> UnitCounts::*shares, Unit unit) const;
@@ -53,6 +60,9 @@ private:
     double Chance(std::size_t channel, Chain chain) const;
     // The share of texts whose encoding the points of the channels do not tell.
     static double Error(const ShareByChannel& share, const std::array<int, kChannels>& points);
+    // As many as make up `share` of all units, none of them more than `most_of_one`, from those in most texts on.
+    std::vector<CountedChain> BeyondDoubt(std::size_t channel, double share, double most_of_one, double chance) const;
+    std::vector<CountedChain> ThatRarelyBegin(std::vector<CountedChain> chains, double share) const;
 
     const CountsByChannel& counts_;
     std::vector<SharedChain> pairs_;

@@ -9,7 +9,8 @@
 // How: samples of the text (Samples.h) are written in each encoding and cut into units (Units.h). The share of a unit among
 // all units, or behind the unit before it, is its likelihood in that encoding, and the logarithm of it, in points, its
 // delta (Scores.h). Every unit that tells anything has a pattern; chains of two have one where they tell more than their
-// units do. The second of a few chains of three, each beyond doubt in one encoding, ends the matter.
+// units do. A few chains of three, each beyond doubt in one encoding, open the way to a simpler scoring, and to others that
+// end the matter.
 
 #include <algorithm>
 #include <array>
@@ -20,6 +21,7 @@
 #include <tuple>
 #include <vector>
 
+#include "CodeTrans/CodeMaps/EncodingCodes.h"
 #include "Detector/Corpus.h"
 #include "Detector/Samples.h"
 #include "Detector/Scores.h"
@@ -144,18 +146,60 @@ tools::Deltas InSteps(tools::Deltas deltas) {
     return deltas;
 }
 
+// How UTF-8 goes on behind its first phrase: in the ring of two characters of three bytes that RULES has, each of its
+// units says what such units say on average. Another unit says what it says elsewhere.
+class Utf8Ring {
+public:
+    explicit Utf8Ring(const tools::Scores& scores) {
+        tools::ByteClass lead, trail;
+        for (unsigned byte = 0x80; byte < 0xC0; ++byte) trail.set(byte);
+        for (const unsigned byte : {0xE1, 0xE2, 0xE3, 0xE4, 0xE5, 0xE6, 0xE7, 0xE8, 0xE9, 0xEA, 0xEB, 0xEC, 0xEE, 0xEF})
+            lead.set(byte);
+        units_ = {{{"\xFF\xFF\x01", lead, trail}, {"\xFF\xFF\x11", trail, lead}, {"\xFF\xFF\x21", trail, trail}}};
+        for (auto& unit : units_) unit.deltas = scores.MeanInUtf8(unit.first, unit.second);
+    }
+    void Print(std::ostream& out) const {
+        for (const auto& unit : units_) {
+            tools::Pattern pattern;
+            for (const char c : unit.from)
+                pattern.bytes.push_back(tools::ByteClass().set(static_cast<unsigned char>(c)));
+            pattern.bytes.insert(pattern.bytes.end(), {unit.first, unit.second});
+            pattern.effect = Effect{0, unit.deltas};
+            out << FormatPattern(pattern) << '\n';
+        }
+    }
+    // A phrase that ends the matter, with what stands on the way to it.
+    void AddClosing(Chain chain, PatternPrinter& printer) const {
+        printer.Add(BytesOfChain(chain >> 32), {0, units_[0].deltas}, units_[1].from);
+        printer.Add(BytesOfChain(chain >> 16), {0, units_[1].deltas}, units_[2].from);
+        printer.Add(BytesOfChain(chain), {ENCODE_UTF8, {}});
+    }
+
+private:
+    struct RingUnit {
+        std::string from;  // what comes behind which
+        tools::ByteClass first, second;
+        tools::Deltas deltas{};
+    };
+    std::array<RingUnit, 3> units_;
+};
+
 // Behind the first phrase of an encoding: units go on to count one by one, in steps, which is as good for the long texts
-// that get there, and the next phrase of that encoding is the verdict.
-void PrintBehindPhrases(const tools::Scores& scores, const std::vector<tools::Scores::Phrase>& phrases) {
+// that get there, and a closing phrase of that encoding is the verdict.
+void PrintBehindPhrases(const tools::Scores& scores) {
     constexpr unsigned kLowestTrail = 0x40;  // of GBK and Big5
     const auto ff = tools::ByteClass().set(0xFF);
-    tools::ByteClass verdicts;
+    const Utf8Ring ring(scores);
     std::map<int, PatternPrinter> of_verdict;
-    for (const auto& phrase : phrases) {
-        const Chain way = phrase.chain >> 16;
-        of_verdict[phrase.verdict].Add(BytesOfChain(way), {0, InSteps(scores.OfLater(tools::LastOf(way)))});
-        of_verdict[phrase.verdict].Add(BytesOfChain(phrase.chain), {phrase.verdict, {}});
-        verdicts.set(static_cast<std::size_t>(phrase.verdict));
+    for (const auto& phrase : scores.ClosingPhrases()) {
+        PatternPrinter& printer = of_verdict[phrase.verdict];
+        if (phrase.verdict == ENCODE_UTF8) {
+            ring.AddClosing(phrase.chain, printer);
+        } else {
+            const Chain way = phrase.chain >> 16;
+            printer.Add(BytesOfChain(way), {0, InSteps(scores.OfLater(tools::LastOf(way)))});
+            printer.Add(BytesOfChain(phrase.chain), {phrase.verdict, {}});
+        }
     }
     PatternPrinter units;
     for (unsigned index = 0; index < tools::kUnits; ++index) {
@@ -163,14 +207,15 @@ void PrintBehindPhrases(const tools::Scores& scores, const std::vector<tools::Sc
         const tools::Deltas deltas = InSteps(scores.OfLater(unit));
         if ((unit & 0xFF) >= kLowestTrail && Tells(deltas)) units.Add(tools::BytesOf(unit), {0, deltas});
     }
-    units.Print(std::cout, {ff, ff, verdicts});
+    units.Print(std::cout, {ff, ff, tools::ByteClass().set(ENCODE_UTF8).set(ENCODE_GBK).set(ENCODE_BIG5)});
+    ring.Print(std::cout);
     for (const auto& [verdict, printer] : of_verdict)
         printer.Print(std::cout, {ff, ff, tools::ByteClass().set(static_cast<std::size_t>(verdict))});
 }
 
 void PrintScores(const tools::Scores& scores, std::size_t most_pairs) {
     const auto pairs = scores.BestPairs(most_pairs);
-    const auto phrases = scores.Phrases();
+    const auto phrases = scores.OpeningPhrases();
     PatternPrinter printer;
     for (unsigned index = 0; index < tools::kUnits; ++index) {
         const auto unit = static_cast<Unit>(index);
@@ -188,9 +233,13 @@ void PrintScores(const tools::Scores& scores, std::size_t most_pairs) {
         of_second(phrase.chain >> 16);
         printer.Add(BytesOfChain(phrase.chain), {0, of_second(phrase.chain & kTwoUnits)}, BehindPhrase(phrase.verdict));
     }
+    for (const auto& phrase : scores.DecidingPhrases()) {
+        of_second(phrase.chain >> 16);
+        printer.Add(BytesOfChain(phrase.chain), {phrase.verdict, {}});
+    }
     for (const auto& [chain, deltas] : of_pair) printer.Add(BytesOfChain(chain), {0, deltas});
     printer.Print(std::cout);
-    PrintBehindPhrases(scores, phrases);
+    PrintBehindPhrases(scores);
 }
 
 }  // namespace

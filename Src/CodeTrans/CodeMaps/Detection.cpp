@@ -7,6 +7,7 @@
 #include "CodeTrans/CodeMaps/EncodingCodes.h"
 #include "CodeTrans/CodeMaps/LoadedTables.h"
 #include "Internal/Bytes.h"
+#include "Internal/Utf8Sequences.h"
 #include "Internal/Words.h"
 
 #ifdef __SSE2__
@@ -31,6 +32,15 @@ struct Tally {
             positive[channel] += deltas[channel] > 0;
         }
         ++scored;
+    }
+    void Add(Score score, std::int64_t times) {
+        if (score == 0) return;
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+            const int delta = static_cast<int>(score >> 8 * channel & 0xFF) - kScoreOffset;
+            sum[channel] += times * delta;
+            positive[channel] += delta > 0 ? times : 0;
+        }
+        scored += times;
     }
     std::int64_t NonPositiveUnicode() const { return scored - positive[kUnicodeChannel]; }
 };
@@ -88,6 +98,18 @@ const char* SkipPrintable(const char* pos, const char* end) {
 
 std::int64_t CountHighBytes(const char* text, const char* end) {
     std::int64_t count = 0;
+#ifdef __SSE2__
+    while (end - text >= 16) {
+        // In each of 16 bytes how often the ones above it had a top bit, from 0 down; 255 times at most.
+        __m128i counts = _mm_setzero_si128();
+        for (int i = 0; i < 255 && end - text >= 16; ++i, text += 16) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+            counts = _mm_add_epi8(counts, _mm_cmplt_epi8(bytes, _mm_setzero_si128()));
+        }
+        const __m128i sums = _mm_sad_epu8(_mm_sub_epi8(_mm_setzero_si128(), counts), _mm_setzero_si128());
+        count += _mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4);
+    }
+#endif
     for (; end - text >= 8; text += 8) {
         constexpr std::uint64_t kOnes = kTopBits >> 7;  // a product with it adds up the bytes into the topmost
         count += static_cast<std::int64_t>((LoadWord<std::uint64_t>(text) >> 7 & kOnes) * kOnes >> 56);
@@ -137,7 +159,7 @@ const char* SkipLow(const ScanForm::Ground& ground, const char* pos, const char*
 class FormScan {
 public:
     FormScan(const DetectionTable& table, const char* text, const char* end, Tally& tally)
-        : states_{table.states, table.count}, form_(*table.form), pos_(text), end_(end), tally_(tally) {
+        : states_{table.states, table.count}, form_(*table.form), pos_(text), end_(end), run_end_(text), tally_(tally) {
         GoOnFrom(0, form_.place(0));
     }
 
@@ -184,19 +206,21 @@ private:
         return true;
     }
 
-    // Takes units from 80 up as long as the hub is the same. False without any.
+    // Takes units from 80 up, as far as a ring. False without any.
     bool TakeUnits() {
-        const unsigned hub = place_.hub();
+        unsigned hub = place_.hub();
         if (hub == ScanForm::Place::kNone) return false;
+        if (TakeRing(form_.ring(hub))) return true;
         MakeRoom();
         const char* const start = pos_;
         const char* const limit = start + 2 * std::min(static_cast<std::size_t>(end_ - start) / 2, room_);
-        const ScanForm::Unit* const units = form_.units(hub);
+        const ScanForm::Unit* units = form_.units(hub);
         const ScanForm::Exception* const exceptions = form_.exceptions(0);
         const char* pos = start;
         ScoreBlock block = block_;
         ScanForm::Place place = place_;
-        while (pos != limit && !IsAscii(ToByte(*pos)) && place.hub() == hub) {
+        unsigned last_hub = hub;
+        while (pos != limit && !IsAscii(ToByte(*pos))) {
             const std::size_t code = UnitAt(pos);
             const ScanForm::Unit unit = units[code];
             const ScanForm::Exception exception = exceptions[place.shift() + code];
@@ -207,12 +231,34 @@ private:
             block.Add(score);
             place = unit.next;
             pos += 2;
+            last_hub = hub;
+            if (place.hub() == hub) continue;
+            hub = place.hub();
+            if (hub == ScanForm::Place::kNone || form_.ring(hub).exists) break;
+            units = form_.units(hub);
         }
         if (pos == start) return false;
         block_ = block;
         room_ -= static_cast<std::size_t>(pos - start) / 2;
         pos_ = pos;
-        GoOnFrom(form_.behind(hub, UnitAt(pos - 2)), place);
+        GoOnFrom(form_.behind(last_hub, UnitAt(pos - 2)), place);
+        return true;
+    }
+    // Takes characters of three bytes in pairs, where they lead round and back. False without any.
+    bool TakeRing(const ScanForm::Ring& ring) {
+        if (!ring.exists || !(place_ == ring.start)) return false;
+        // Looked for once, however often the ring is left on the way there.
+        if (pos_ >= run_end_ || (run_end_ - pos_) % 3 != 0) {
+            const char* const run_end = SkipThreeByteSequences(pos_, end_);
+            if (run_end == pos_) return false;
+            run_end_ = run_end;
+        }
+        const char* pos = pos_;
+        while (run_end_ - pos >= ScanForm::Ring::kBytes && !ring.leaves[UnitAt(pos)]) pos += ScanForm::Ring::kBytes;
+        if (pos == pos_) return false;
+        for (const Score score : ring.scores) tally_.Add(score, (pos - pos_) / ScanForm::Ring::kBytes);
+        pos_ = pos;
+        GoOnFrom(form_.behind(ring.last_hub, UnitAt(pos - 2)), ring.start);
         return true;
     }
     static std::size_t UnitAt(const char* pos) {
@@ -239,6 +285,7 @@ private:
     const ScanForm& form_;
     const char* pos_;
     const char* const end_;
+    const char* run_end_;  // of the characters of three bytes last looked at
     Tally& tally_;
     ScoreBlock block_;
     std::size_t room_ = ScoreBlock::kMost;

@@ -1,13 +1,14 @@
 #include "CodeTrans/CodeMaps/ScanForm.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace utility::internal {
 
 namespace {
 
-// Found by going on from the start of a text; the trainer's automaton has 6 hubs and more grounds than these.
-constexpr std::size_t kMostHubs = 8, kMostGrounds = 12;
+// Found by going on from the start of a text; the trainer's automaton has 8 hubs and more grounds than these.
+constexpr std::size_t kMostHubs = 10, kMostGrounds = 12;
 static_assert(kMostHubs < ScanForm::Place::kNone && kMostGrounds < ScanForm::Place::kNone);
 
 // Links followed for all rows, some 10 ms. Automata whose chains are longer than any text needs are left to be taken
@@ -15,6 +16,24 @@ static_assert(kMostHubs < ScanForm::Place::kNone && kMostGrounds < ScanForm::Pla
 constexpr std::size_t kMostFallbacks = std::size_t{1} << 22;
 
 constexpr std::uint32_t kNobody = 0xFFFFFFFFu, kSeveral = 0xFFFFFFFEu;
+
+// The bytes of well-formed three-byte characters as SkipThreeByteSequences() takes them, and the units that they make
+// behind each other; `some` is one of these.
+constexpr bool IsLead(unsigned byte) {
+    return (byte & 0xF0) == 0xE0 && byte != 0xE0 && byte != 0xED;
+}
+constexpr bool IsTrail(unsigned byte) {
+    return (byte & 0xC0) == 0x80;
+}
+struct ThreeByteUnits {
+    bool (*first)(unsigned byte);
+    bool (*second)(unsigned byte);
+    std::size_t some;
+};
+constexpr ThreeByteUnits kRing[] = {{IsLead, IsTrail, 0x6180}, {IsTrail, IsLead, 0x00E1}, {IsTrail, IsTrail, 0x0080}};
+
+// A ring that is left more often saves little.
+constexpr std::size_t kMostLeaving = 100;
 
 // What is known of a state that leads anywhere, or of the root.
 struct Facts {
@@ -36,6 +55,7 @@ public:
         FindExceptions();
         PlaceExceptions();
         FillPlaces();
+        FindRings();
     }
 
 private:
@@ -278,6 +298,40 @@ private:
         const bool by_hub = hub < hubs_.size() && (facts.holder == kNobody || shift != 0);
         return {by_hub ? static_cast<unsigned>(hub) : kNone,
                 ground < grounds_.size() ? static_cast<unsigned>(ground) : kNone, by_hub ? shift : 0};
+    }
+
+    void FindRings() {
+        form_.rings_.resize(hubs_.size());
+        for (unsigned hub = 0; hub < hubs_.size(); ++hub) FindRing(hub);
+    }
+    // What the units of three-byte characters lead to from a hub, each of them but for the few noted as `leaving`.
+    ScanForm::Unit CommonOf(unsigned hub, const ThreeByteUnits& units, std::bitset<ScanForm::kUnits>& leaving) const {
+        const ScanForm::Unit* const row = form_.units(hub);
+        const ScanForm::Unit common = row[units.some];
+        for (unsigned first = 0x80; first < 0x100; ++first) {
+            if (!units.first(first)) continue;
+            for (unsigned second = 0x80; second < 0x100; ++second) {
+                const std::size_t unit = (first & 0x7F) << 8 | second;
+                if (units.second(second) && row[unit] != common) leaving.set(unit);
+            }
+        }
+        return common;
+    }
+    void FindRing(unsigned hub) {
+        ScanForm::Ring ring;
+        std::bitset<ScanForm::kUnits> leaving;
+        ScanForm::Unit unit{0, {hub, ScanForm::Place::kNone, 0}};
+        for (std::size_t i = 0; i < std::size(kRing); ++i) {
+            ring.last_hub = unit.next.hub();
+            unit = CommonOf(ring.last_hub, kRing[i], i == 0 ? ring.leaves : leaving);
+            ring.scores[i] = unit.score;
+            if (unit.score >= ScanForm::kByteByByte || unit.next.hub() == ScanForm::Place::kNone ||
+                unit.next.shift() != 0 || leaving.any() || ring.leaves.count() > kMostLeaving)
+                return;
+        }
+        ring.start = unit.next;
+        ring.exists = unit.next.hub() == hub;
+        form_.rings_[hub] = ring;
     }
 
     ScanForm& form_;

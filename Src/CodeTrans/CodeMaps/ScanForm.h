@@ -13,7 +13,12 @@
 // on from any of these. There is room for some hubs and grounds, found by going on from the start of a text. A state
 // that does not fit, or that says more by its exceptions than another score, has no row, and the scan takes its bytes
 // one by one.
+//
+// Two characters of three bytes in UTF-8 make three units. A hub from which all of them, but for few, lead round through
+// two others and back, with the same three scores, is the start of a *ring*: the scan takes any number of such
+// characters by counting them.
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -37,6 +42,7 @@ public:
         unsigned ground() const { return packed_ >> 24 & 0xF; }
         // 0 without exceptions. Each state that has some has a shift of its own.
         std::uint32_t shift() const { return packed_ & (kShifts - 1); }
+        bool operator==(const Place& other) const { return packed_ == other.packed_; }
 
     private:
         std::uint32_t packed_ = kNone << 28 | kNone << 24;
@@ -49,6 +55,7 @@ public:
     struct Unit {
         Score score;
         Place next;
+        bool operator!=(const Unit& other) const { return score != other.score || !(next == other.next); }
     };
     static constexpr std::uint32_t kNobodys = 0xFFFFFFFFu;
     struct Exception {
@@ -67,6 +74,16 @@ public:
         bool skips_printable;  // all of 20 to 7F
     };
 
+    struct Ring {
+        bool exists = false;
+        Place start;           // a text that goes on like this goes round
+        Score scores[3] = {};  // of each unit
+        unsigned last_hub = Place::kNone;
+        std::bitset<kUnits> leaves;  // the first units that do not lead round
+
+        static constexpr std::ptrdiff_t kBytes = 6;
+    };
+
     // States that the form can number.
     static constexpr std::size_t kMostStates = 0x80000000u;
 
@@ -82,6 +99,8 @@ public:
     std::uint32_t behind(unsigned hub, std::size_t unit) const { return behind_[hub * kUnits + unit]; }
     const Exception* exceptions(std::uint32_t shift) const { return &exceptions_[shift]; }
     const Ground& ground(unsigned ground) const { return grounds_[ground]; }
+    std::size_t hubs() const { return rings_.size(); }
+    const Ring& ring(unsigned hub) const { return rings_[hub]; }
 
 private:
     friend class ScanFormMaker;
@@ -91,6 +110,7 @@ private:
     std::vector<std::uint32_t> behind_;
     std::vector<Exception> exceptions_;
     std::vector<Ground> grounds_;
+    std::vector<Ring> rings_;
 };
 
 }  // namespace utility::internal

@@ -54,13 +54,16 @@ TEST(ScanFormTest, GivesWhatTheStatesGive) {
     LoadedTables own;
     ASSERT_EQ(LoadTables(UTILITY_TEST_DATA_FILE, own), 0);
     const DetectionTable table{own.states.get(), own.state_count, own.scan_form.get()};
+    std::size_t rings = 0;
+    for (unsigned hub = 0; hub < own.scan_form->hubs(); ++hub) rings += own.scan_form->ring(hub).exists;
+    EXPECT_EQ(rings, 1u);
     const std::string han = "这是一个用来测试的句子，图书馆每周一至周五上午九点开放。";
     const auto own_text = [&](int encoding) {
         std::string text;
         for (auto left = random() % 12; left > 0; --left) {
             const char* const encodings[] = {"GBK", "BIG5", "UTF-8", "UCS-2LE"};
             const std::string piece = random() % 2 == 0
-                                          ? han.substr(3 * (random() % 10), 3 * (random() % 8))
+                                          ? han.substr(3 * (random() % 10), 3 * (random() % 20))
                                           : std::string(random() % 40, 'x') + "<a href=\"/b/c.html\">\r\n";
             text += Convert(encodings[encoding], "UTF-8", piece);
             if (random() % 8 == 0) text += static_cast<char>(random());
