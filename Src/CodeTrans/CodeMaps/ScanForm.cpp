@@ -35,10 +35,14 @@ constexpr ThreeByteUnits kRing[] = {{IsLead, IsTrail, 0x6180}, {IsTrail, IsLead,
 // A ring that is left more often saves little.
 constexpr std::size_t kMostLeaving = 100;
 
-// What is known of a state that leads anywhere, or of the root.
+// A state that leads anywhere, or the root, which is 0, by its place among these. All that is known of states is kept
+// for them alone, as they are few; what a text reaches otherwise goes on as one of them.
+using Node = std::uint32_t;
+
 struct Facts {
-    std::uint32_t hub, ground;
-    std::uint32_t holder;  // the one of its chain that has transitions on bytes from 80 up in front of the hub
+    Node hub, ground;
+    Node holder;          // the one of its chain that has transitions on bytes from 80 up in front of the hub
+    std::uint32_t shift;  // of its own exceptions; 0 without
 };
 
 }  // namespace
@@ -60,8 +64,8 @@ public:
 
 private:
     struct Holder {
-        std::uint32_t state, first;  // of pending_
-        std::uint32_t count;
+        Node node;
+        std::uint32_t first, count;  // of pending_
     };
     struct Pending {
         std::uint16_t unit;
@@ -70,37 +74,37 @@ private:
 
     // Calls visit(child, byte) in order of the bytes, from `first` on.
     template <typename Visit>
-    void ForEachChild(std::size_t state, unsigned first, const Visit& visit) const {
-        for (std::size_t i = FirstFrom(state, first); i < first_child_[state + 1]; ++i)
-            visit(children_[i], static_cast<unsigned>(std::int64_t{children_[i]} - states_.at[state].nBase));
+    void ForEachChild(Node node, unsigned first, const Visit& visit) const {
+        for (std::size_t i = FirstFrom(node, first); i < first_child_[node + 1]; ++i)
+            visit(children_[i], static_cast<unsigned>(std::int64_t{children_[i]} - states_.at[leading_[node]].nBase));
     }
-    std::size_t FirstFrom(std::size_t state, unsigned byte) const {
-        const std::int64_t record = std::int64_t{states_.at[state].nBase} + byte;
+    std::size_t FirstFrom(Node node, unsigned byte) const {
+        const std::int64_t record = std::int64_t{states_.at[leading_[node]].nBase} + byte;
         const auto begin = children_.begin();
         return static_cast<std::size_t>(
-            std::lower_bound(begin + first_child_[state], begin + first_child_[state + 1], record) - begin);
+            std::lower_bound(begin + first_child_[node], begin + first_child_[node + 1], record) - begin);
     }
     Score ScoreOf(std::size_t state) const { return internal::ScoreOf(states_.at[state].nValue); }
-    // What a text reaches from a state with a byte: a state that leads anywhere, or the root.
+    // What a text reaches from a node with a byte.
     struct Reached {
-        std::uint32_t state;
+        Node node;
         Score score;
     };
-    Reached Step(std::uint32_t state, unsigned byte) {
-        for (;; state = Above(state)) {
-            const std::size_t entered = states_.Child(state, byte);
+    Reached Step(Node node, unsigned byte) {
+        for (;; node = Above(node)) {
+            const std::size_t entered = states_.Child(leading_[node], byte);
             if (entered != States::kNone) return {resumed_[entered], ScoreOf(entered)};
-            if (state == 0) return {0, 0};
+            if (node == 0) return {0, 0};
             if (fallbacks_ == kMostFallbacks) return {0, ScanForm::kByteByByte};
             ++fallbacks_;
         }
     }
-    static std::size_t IndexOf(const std::vector<std::uint32_t>& list, std::uint32_t state) {
-        return static_cast<std::size_t>(std::find(list.begin(), list.end(), state) - list.begin());
+    static std::size_t IndexOf(const std::vector<Node>& list, Node node) {
+        return static_cast<std::size_t>(std::find(list.begin(), list.end(), node) - list.begin());
     }
-    bool HasHub(std::size_t state) const { return IndexOf(hubs_, facts_[state].hub) < hubs_.size(); }
+    bool HasHub(Node node) const { return IndexOf(hubs_, facts_[node].hub) < hubs_.size(); }
 
-    // The states that each one leads to by itself, in order of their bytes.
+    // The nodes, and the states that each one leads to by itself, in order of their bytes.
     void SortByParent() {
         const auto for_each = [&](const auto& visit) {
             for (std::size_t i = 0; i < states_.count; ++i) {
@@ -110,26 +114,28 @@ private:
                 if (byte >= 0 && byte < 256) visit(static_cast<std::size_t>(parent), static_cast<std::uint32_t>(i));
             }
         };
-        first_child_.assign(states_.count + 2, 0);
-        for_each([&](std::size_t parent, std::uint32_t) { ++first_child_[parent + 2]; });
-        for (std::size_t i = 2; i < first_child_.size(); ++i) first_child_[i] += first_child_[i - 1];
+        resumed_.assign(states_.count, 0);
+        std::vector<std::uint32_t>& children_of = resumed_;  // how many, until it is what it is called
+        for_each([&](std::size_t parent, std::uint32_t) { ++children_of[parent]; });
+        // Two in front, so that the first of each node becomes the first of the next while they are filled in.
+        first_child_ = {0, 0};
+        for (std::uint32_t state = 0; state < states_.count; ++state) {
+            const std::uint32_t count = children_of[state];
+            resumed_[state] = kNobody;
+            if (count == 0 && state != 0) continue;
+            resumed_[state] = static_cast<Node>(leading_.size());
+            leading_.push_back(state);
+            first_child_.push_back(first_child_.back() + count);
+        }
         children_.resize(first_child_.back());
-        for_each([&](std::size_t parent, std::uint32_t child) { children_[first_child_[parent + 1]++] = child; });
+        for_each(
+            [&](std::size_t parent, std::uint32_t child) { children_[first_child_[resumed_[parent] + 1]++] = child; });
         first_child_.pop_back();
     }
 
-    // A state that leads nowhere hands every byte on to the state it falls back to, and so goes on as the first state
-    // of its chain that leads anywhere. Chains share their ends, and each is walked only as far as that is not known
-    // yet.
+    // A state that leads nowhere hands every byte on to the state it falls back to, and so goes on as the first node of
+    // its chain. Chains share their ends, and each is walked only as far as that is not known yet.
     void FindResumed() {
-        resumed_.assign(states_.count, kNobody);
-        resumed_[0] = 0;
-        leading_.push_back(0);
-        for (std::uint32_t state = 1; state < states_.count; ++state) {
-            if (first_child_[state] == first_child_[state + 1]) continue;
-            resumed_[state] = state;
-            leading_.push_back(state);
-        }
         std::vector<std::size_t> chain;
         for (std::size_t i = 0; i < states_.count; ++i) {
             std::size_t state = i;
@@ -138,31 +144,32 @@ private:
         }
     }
 
-    // Each state after the one it falls back to.
+    // Each node after the one it falls back to.
     void FindFacts() {
-        facts_.resize(states_.count);
-        std::vector<bool> known(states_.count);
-        std::vector<std::uint32_t> chain;
-        for (const std::uint32_t leading : leading_) {
-            for (std::uint32_t state = leading; !known[state]; state = Above(state)) {
-                known[state] = true;
-                chain.push_back(state);
+        facts_.resize(leading_.size());
+        std::vector<bool> known(leading_.size());
+        std::vector<Node> chain;
+        for (Node i = 0; i < leading_.size(); ++i) {
+            for (Node node = i; !known[node]; node = Above(node)) {
+                known[node] = true;
+                chain.push_back(node);
             }
             for (; !chain.empty(); chain.pop_back()) facts_[chain.back()] = FactsOf(chain.back());
         }
     }
-    std::uint32_t Above(std::uint32_t state) const { return resumed_[states_.Fallback(state)]; }
-    Facts FactsOf(std::uint32_t state) const {
-        const std::size_t first_high = FirstFrom(state, 0x80), high = first_child_[state + 1] - first_high;
-        const bool low = first_high > first_child_[state];
-        if (state == 0) return {0, 0, kNobody};
-        Facts facts = facts_[Above(state)];
-        if (low) facts.ground = state;
+    Node Above(Node node) const { return resumed_[states_.Fallback(leading_[node])]; }
+    Facts FactsOf(Node node) const {
+        const std::size_t first_high = FirstFrom(node, 0x80), high = first_child_[node + 1] - first_high;
+        const bool low = first_high > first_child_[node];
+        if (node == 0) return {0, 0, kNobody, 0};
+        Facts facts = facts_[Above(node)];
+        facts.shift = 0;
+        if (low) facts.ground = node;
         if (high == 0x80) {
-            facts.hub = state;
+            facts.hub = node;
             facts.holder = kNobody;
         } else if (high > 0) {
-            facts.holder = facts.holder == kNobody ? state : kSeveral;
+            facts.holder = facts.holder == kNobody ? node : kSeveral;
         }
         return facts;
     }
@@ -178,28 +185,28 @@ private:
             }
         }
     }
-    void Note(std::uint32_t state) {
-        const Facts& facts = facts_[state];
+    void Note(Node node) {
+        const Facts& facts = facts_[node];
         if (facts.hub == noted_hub_ && facts.ground == noted_ground_) return;
         noted_hub_ = facts.hub;
         noted_ground_ = facts.ground;
-        const auto add = [](std::vector<std::uint32_t>& list, std::uint32_t what, std::size_t most) {
+        const auto add = [](std::vector<Node>& list, Node what, std::size_t most) {
             if (list.size() < most && IndexOf(list, what) == list.size()) list.push_back(what);
         };
         add(hubs_, noted_hub_, kMostHubs);
         add(grounds_, noted_ground_, kMostGrounds);
     }
-    void FillGround(std::uint32_t state) {
+    void FillGround(Node node) {
         ScanForm::Ground& ground = form_.grounds_.emplace_back();
         for (unsigned byte = 0; byte < ScanForm::kLowBytes; ++byte) {
-            const Reached reached = Step(state, byte);
-            ground.row[byte] = {reached.score, {}, reached.state};
-            ground.skips[byte] = reached.score == 0 && facts_[reached.state].ground == state;
-            Note(reached.state);
+            const Reached reached = Step(node, byte);
+            ground.row[byte] = {reached.score, {}, leading_[reached.node]};
+            ground.skips[byte] = reached.score == 0 && facts_[reached.node].ground == node;
+            Note(reached.node);
         }
         ground.skips_printable = std::find(ground.skips + 0x20, ground.skips + 0x80, false) == ground.skips + 0x80;
     }
-    void FillHub(std::uint32_t hub) {
+    void FillHub(Node hub) {
         if (form_.units_.empty()) {
             form_.units_.reserve(kMostHubs * ScanForm::kUnits);
             form_.behind_.reserve(kMostHubs * ScanForm::kUnits);
@@ -207,46 +214,53 @@ private:
         for (unsigned first = 0x80; first < 0x100; ++first) {
             const Reached middle = Step(hub, first);
             for (unsigned second = 0; second < 0x100; ++second) {
-                const Reached reached = Step(middle.state, second);
+                const Reached reached = Step(middle.node, second);
                 form_.units_.push_back({middle.score == 0 ? reached.score : ScanForm::kByteByByte, {}});
-                form_.behind_.push_back(reached.state);
-                Note(reached.state);
+                form_.behind_.push_back(leading_[reached.node]);
+                Note(reached.node);
             }
         }
         // Exceptions may lead elsewhere.
-        for (const std::uint32_t state : leading_)
-            if (facts_[state].hub == hub && facts_[state].holder != kNobody)
-                ForEachChild(state, 0x80, [&](std::uint32_t middle, unsigned) {
-                    ForEachChild(middle, 0, [&](std::uint32_t child, unsigned) { Note(resumed_[child]); });
-                });
+        for (Node node = 0; node < leading_.size(); ++node)
+            if (facts_[node].hub == hub && facts_[node].holder != kNobody)
+                ForEachSecond(node, [&](std::uint32_t child, std::size_t) { Note(resumed_[child]); });
+    }
+    // Calls visit(child, unit) for what a node leads to by itself in two steps, the first with a byte from 80 up.
+    template <typename Visit>
+    void ForEachSecond(Node node, const Visit& visit) const {
+        ForEachChild(node, 0x80, [&](std::uint32_t middle, unsigned first) {
+            if (leading_[resumed_[middle]] != middle) return;
+            ForEachChild(resumed_[middle], 0, [&](std::uint32_t child, unsigned second) {
+                visit(child, std::size_t{(first & 0x7F) << 8 | second});
+            });
+        });
     }
 
     void FindExceptions() {
-        for (const std::uint32_t state : leading_) {
-            if (facts_[state].holder != state || !HasHub(state)) continue;
+        for (Node node = 0; node < leading_.size(); ++node) {
+            if (facts_[node].holder != node || !HasHub(node)) continue;
             const auto first = static_cast<std::uint32_t>(pending_.size());
-            if (AddExceptions(state)) {
-                holders_.push_back({state, first, static_cast<std::uint32_t>(pending_.size()) - first});
+            if (AddExceptions(node)) {
+                holders_.push_back({node, first, static_cast<std::uint32_t>(pending_.size()) - first});
             } else {
                 pending_.resize(first);
             }
         }
     }
-    // False where a state says otherwise than its hub about units that it has no transitions for.
-    bool AddExceptions(std::uint32_t state) {
-        const std::uint32_t hub = facts_[state].hub;
+    // False where a node says otherwise than its hub about units that it has no transitions for.
+    bool AddExceptions(Node node) {
+        const Node hub = facts_[node].hub;
         const std::size_t row = IndexOf(hubs_, hub) * ScanForm::kUnits;
         bool alike = true;
-        ForEachChild(state, 0x80, [&](std::uint32_t middle, unsigned first) {
+        ForEachChild(node, 0x80, [&](std::uint32_t middle, unsigned first) {
             const Reached of_hub = Step(hub, first);
-            alike = alike && of_hub.score == 0 && ScoreOf(middle) == 0 && Above(middle) == of_hub.state;
-            ForEachChild(middle, 0, [&](std::uint32_t child, unsigned second) {
-                const std::size_t unit = (first & 0x7F) << 8 | second;
-                const bool same_way = resumed_[child] == form_.behind_[row + unit] &&
-                                      form_.units_[row + unit].score < ScanForm::kByteByByte;
-                pending_.push_back(
-                    {static_cast<std::uint16_t>(unit), same_way ? ScoreOf(child) : ScanForm::kByteByByte});
-            });
+            alike =
+                alike && of_hub.score == 0 && ScoreOf(middle) == 0 && resumed_[states_.Fallback(middle)] == of_hub.node;
+        });
+        ForEachSecond(node, [&](std::uint32_t child, std::size_t unit) {
+            const bool same_way = leading_[resumed_[child]] == form_.behind_[row + unit] &&
+                                  form_.units_[row + unit].score < ScanForm::kByteByByte;
+            pending_.push_back({static_cast<std::uint16_t>(unit), same_way ? ScoreOf(child) : ScanForm::kByteByByte});
         });
         return alike;
     }
@@ -262,7 +276,6 @@ private:
         form_.exceptions_.assign(shifts + ScanForm::kUnits, {ScanForm::kNobodys, 0});
         std::vector<bool> taken(shifts), used(form_.exceptions_.size());
         taken[0] = true;
-        shift_of_.assign(states_.count, 0);
         std::uint32_t shift = 0;
         for (const Holder& holder : holders_) {
             const Pending* const first = pending_.data() + holder.first;
@@ -277,7 +290,7 @@ private:
                     used[shift + one->unit] = true;
                     form_.exceptions_[shift + one->unit] = {shift, one->score};
                 }
-                shift_of_[holder.state] = shift;
+                facts_[holder.node].shift = shift;
                 break;
             }
         }
@@ -285,8 +298,9 @@ private:
 
     void FillPlaces() {
         form_.places_.resize(states_.count);
-        for (const std::uint32_t state : leading_) form_.places_[state] = PlaceOf(facts_[state]);
-        for (std::size_t i = 0; i < states_.count; ++i) form_.places_[i] = form_.places_[resumed_[i]];
+        std::vector<ScanForm::Place> of_node(leading_.size());
+        for (Node node = 0; node < leading_.size(); ++node) of_node[node] = PlaceOf(facts_[node]);
+        for (std::size_t i = 0; i < states_.count; ++i) form_.places_[i] = of_node[resumed_[i]];
         for (std::size_t i = 0; i < form_.units_.size(); ++i) form_.units_[i].next = form_.places_[form_.behind_[i]];
         for (ScanForm::Ground& ground : form_.grounds_)
             for (ScanForm::LowByte& low : ground.row) low.next = form_.places_[low.state];
@@ -294,7 +308,7 @@ private:
     ScanForm::Place PlaceOf(const Facts& facts) const {
         constexpr unsigned kNone = ScanForm::Place::kNone;
         const std::size_t ground = IndexOf(grounds_, facts.ground), hub = IndexOf(hubs_, facts.hub);
-        const std::uint32_t shift = facts.holder < kSeveral ? shift_of_[facts.holder] : 0;
+        const std::uint32_t shift = facts.holder < kSeveral ? facts_[facts.holder].shift : 0;
         const bool by_hub = hub < hubs_.size() && (facts.holder == kNobody || shift != 0);
         return {by_hub ? static_cast<unsigned>(hub) : kNone,
                 ground < grounds_.size() ? static_cast<unsigned>(ground) : kNone, by_hub ? shift : 0};
@@ -336,16 +350,15 @@ private:
 
     ScanForm& form_;
     const States states_;
-    std::vector<std::uint32_t> first_child_, children_;  // those of state i are from first_child_[i] on
-    std::vector<std::uint32_t> leading_;                 // the states that lead anywhere, and the root
-    std::vector<std::uint32_t> resumed_;                 // the one of these that each state goes on as
+    std::vector<std::uint32_t> leading_;                 // the state that each node is
+    std::vector<std::uint32_t> first_child_, children_;  // those of node i are from first_child_[i] on
+    std::vector<Node> resumed_;                          // the one that each state goes on as
     std::vector<Facts> facts_;
-    std::vector<std::uint32_t> hubs_, grounds_;
+    std::vector<Node> hubs_, grounds_;
     std::size_t fallbacks_ = 0;
-    std::uint32_t noted_hub_ = kNobody, noted_ground_ = kNobody;
+    Node noted_hub_ = kNobody, noted_ground_ = kNobody;
     std::vector<Holder> holders_;
     std::vector<Pending> pending_;
-    std::vector<std::uint32_t> shift_of_;
 };
 
 ScanForm::ScanForm(const _tTrieNode* states, std::size_t count) {

@@ -9,6 +9,7 @@
 
 #include "CodeMapsTestSupport.h"
 #include "CodeTrans/CodeMaps/DetectionCore.h"
+#include "CodeTrans/CodeMaps/EncodingCodes.h"
 #include "CodeTrans/CodeMaps/LoadedTables.h"
 
 namespace {
@@ -71,6 +72,19 @@ TEST(ScanFormTest, GivesWhatTheStatesGive) {
         return text;
     };
     for (int round = 0; round < 3000; ++round) expect_same(table, own_text(round % 4));
+    // Phrases that end the matter, inside a run that is taken together.
+    std::size_t ended = 0;
+    for (std::size_t last = 0; last < own.state_count; ++last) {
+        if (VerdictOf(own.states[last].nValue) != ENCODE_UTF8) continue;
+        std::string phrase;
+        for (auto state = static_cast<int>(last); phrase.size() < 6 && state >= 0; state = own.states[state].nCheck)
+            phrase.insert(phrase.begin(),
+                          static_cast<char>(static_cast<int>(state) - own.states[own.states[state].nCheck].nBase));
+        const std::string text = han + "\n中国人民" + phrase + han;
+        expect_same(table, text);
+        ended += DetectEncoding(table, text.data(), text.size()).declared;
+    }
+    EXPECT_GE(ended, 20u);
     // The same with one record in 2 to 2,048 changed, so that states say other than what stands behind them.
     for (int round = 0; round < 33; ++round) {
         std::vector<_tTrieNode> states(own.states.get(), own.states.get() + own.state_count);
