@@ -32,8 +32,8 @@ inline unsigned WrongForCommonHan(__m128i bytes) {
                                          kTrail, kTrail, kLead, kTrail, kTrail, 0);
     const __m128i range = _mm_setr_epi8(kLeads, kTrails, kTrails, kLeads, kTrails, kTrails, kLeads, kTrails, kTrails,
                                         kLeads, kTrails, kTrails, kLeads, kTrails, kTrails, 0);
-    const __m128i first_lead = _mm_setr_epi8(0, kNever, kNever, 0, kNever, kNever, 0, kNever, kNever, 0, kNever, kNever, 0,
-                                             kNever, kNever, kNever);
+    const __m128i first_lead = _mm_setr_epi8(0, kNever, kNever, 0, kNever, kNever, 0, kNever, kNever, 0, kNever, kNever,
+                                             0, kNever, kNever, kNever);
     const __m128i offsets = _mm_sub_epi8(bytes, lowest);
     const __m128i right = _mm_cmpeq_epi8(_mm_min_epu8(offsets, range), offsets);
     // Behind E4 only the trails from B8 on.

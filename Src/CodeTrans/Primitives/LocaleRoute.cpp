@@ -89,7 +89,12 @@ public:
         std::uint16_t code_points[4];
         LookUp(kGbkToUnicode, indexes, code_points);
         for (unsigned i = 0; i < 4; ++i) out_[i] = code_points[i];
-        return CountKnown(code_points);
+        return UnknownOnes(code_points);
+    }
+    bool AllFour(std::uint64_t indexes) {
+        const bool all_known = Four(indexes) == 0;
+        Took(all_known ? 4 : 0);
+        return all_known;
     }
     void Took(unsigned pairs) { out_ += pairs; }
     void Ascii8(const char* bytes) { Widen8ToWide(bytes, out_); }

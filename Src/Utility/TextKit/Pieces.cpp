@@ -153,7 +153,8 @@ TokenEnd FindWordEnd(const char* pos, const char* end, Utf8Character last) {
         const Utf8Character next = ReadUtf8Character(pos, end);
         const Part part = PartOf(next.code_point);
         if (part == Part::kHan) return {pos, pos};
-        if (part == Part::kNone && !IsInnerPunctuation(next, pos, end, last.code_point)) return {pos, pos + next.length};
+        if (part == Part::kNone && !IsInnerPunctuation(next, pos, end, last.code_point))
+            return {pos, pos + next.length};
         last = next;
     }
 }
