@@ -3,7 +3,6 @@
 
 // The loop of everything that reads GBK or Big5: several characters at a time where they are alike.
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -22,9 +21,10 @@ namespace utility::internal {
 // is neither, read_other(text) is to step over what stands there: a pair that the table does not know.
 //
 // The writer has `Four(indexes)`, which looks four pairs up and gives a word of four bytes, the first pair's lowest, with the
-// lowest bit set of each whose pair the table does not know; of the pairs in front of those Took(n) keeps the first n; and `Ascii8(bytes)`, of which TookAscii(n) keeps the first n. Both write in full, also
-// what is not kept; but the 24 bytes of a turn give 12 characters or more, those among them. `AllFour(indexes)` keeps four
-// pairs, or none and says so: it is asked first where there are four, and may look for the usual ones only.
+// lowest bit set of each whose pair the table does not know; of the pairs in front of those Took(n) keeps the first n; and
+// `Ascii8(bytes)`, of which TookAscii(n) keeps the first n. Both write in full, also what is not kept; but the 24 bytes of a
+// turn give 12 characters or more, those among them. `AllFour(indexes)` keeps four pairs, or none and says so: it is asked
+// first where there are four, and may look for the usual ones only.
 template <typename Writer, typename ReadOther>
 inline const char* ReadDoubleByteRuns(const char* text, const char* end, Writer& writer, ReadOther read_other) {
     while (end - text >= 24 && writer.HasRoom()) {
@@ -40,6 +40,7 @@ inline const char* ReadDoubleByteRuns(const char* text, const char* end, Writer&
         if (__builtin_expect(unknown != 0, 0)) pairs = LowestBit(unknown) / 8;
         text += 2 * pairs;
         writer.Took(pairs);
+        if (pairs == 4) continue;
 
         writer.Ascii8(text);
         const std::uint64_t high_bytes = LoadWord<std::uint64_t>(text) & kTopBits;
