@@ -4,10 +4,10 @@
 // The detector's automaton, from patterns to the records of the data file.
 //
 // State 0, the root, is where a text starts and is never seen again: it leads on every byte to states that know the
-// start of the text, and these fall back to the states of the middle. State 1, the ground, is where the middle of a text
-// goes on between patterns; it leads on every byte, too, and is entered by failure links only. So no state falls back to
-// the root, and a byte-order mark inside a text means nothing. A byte that no pattern begins with leads from the ground
-// to a state without score or transitions that falls back to the ground: a scan may skip it.
+// start of the text, and these fall back to the states of the middle. State 1, the ground, is where the middle of a
+// text goes on between patterns; it leads on every byte, too, and is entered by failure links only. So no state falls
+// back to the root, and a byte-order mark inside a text means nothing. A byte that no pattern begins with leads from
+// the ground to a state without score or transitions that falls back to the ground: a scan may skip it.
 
 #include <cstdint>
 #include <map>

@@ -40,8 +40,8 @@ TextFile ReadFile(const std::filesystem::path& path, const std::string& name) {
     return file;
 }
 
-// Of several Big5 codes of a character the one that is written: the lowest of the standard's own rows, ideographs before
-// symbols; the extensions below A1 only where there is no other.
+// Of several Big5 codes of a character the one that is written: the lowest of the standard's own rows, ideographs
+// before symbols; the extensions below A1 only where there is no other.
 bool IsBetterBig5(unsigned code, unsigned other) {
     const auto rank = [](unsigned c) { return c < 0xA140 ? 2 : c < 0xA440 ? 1 : 0; };
     return other == 0 || rank(code) < rank(other);

@@ -1,8 +1,8 @@
 #ifndef UTILITY_TOOLS_CORPUS_H
 #define UTILITY_TOOLS_CORPUS_H
 
-// Text to learn from and to judge by: a folder with the subfolders hans (Simplified) and hant (Traditional), in them files
-// of UTF-8. "*.txt" is running text; "*.tsv" has a word, a tab and its frequency on each line.
+// Text to learn from and to judge by: a folder with the subfolders hans (Simplified) and hant (Traditional), in them
+// files of UTF-8. "*.txt" is running text; "*.tsv" has a word, a tab and its frequency on each line.
 
 #include <array>
 #include <cstdint>

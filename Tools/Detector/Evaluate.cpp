@@ -4,8 +4,8 @@
 //                       [--seed 1] [--peers yes] [--tables accuracy,cut,other,mixed,speed]
 //
 // CORPUS is a folder as in Corpus.h; Trials.h says what is made of it. Prints tables in Markdown, all unless some are
-// named. "ours" is the detector as it is, "full scan" the same with its direct verdicts taken out, so that every text is
-// read to its end.
+// named. "ours" is the detector as it is, "full scan" the same with its direct verdicts taken out, so that every text
+// is read to its end.
 
 #include <algorithm>
 #include <chrono>

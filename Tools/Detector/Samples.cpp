@@ -30,8 +30,8 @@ std::u16string DrawPicture(Random& random) {
     return {static_cast<char16_t>(0xD7C0 + (picture >> 10)), static_cast<char16_t>(0xDC00 | (picture & 0x3FF))};
 }
 
-// Running text made of words, each as often as its frequency asks for, with punctuation, line ends and, where the encoding
-// has them, pictures among them.
+// Running text made of words, each as often as its frequency asks for, with punctuation, line ends and, where the
+// encoding has them, pictures among them.
 std::u16string DrawWords(const TextFile& file, Random& random) {
     constexpr std::uint64_t kDrawn = 1'000'000, kWordsPerMark = 7, kWordsPerPicture = 80;
     constexpr std::u16string_view kMarks = u"，，，，，。。。、、：；！？“”（）《》…\n\n";
@@ -53,8 +53,8 @@ std::u16string DrawWords(const TextFile& file, Random& random) {
     return text;
 }
 
-// Each character of the grid several times in random order, so that each meets many neighbours; twice as often those that
-// the standard ranks as common.
+// Each character of the grid several times in random order, so that each meets many neighbours; twice as often those
+// that the standard ranks as common.
 std::u16string DrawEveryCharacter(const CodeToUnicode& grid, bool traditional, Random& random) {
     constexpr int kRounds = 20;
     std::u16string characters, text;

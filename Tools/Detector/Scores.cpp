@@ -17,12 +17,12 @@ constexpr double kPointsPerNat = 1.2;
 // Likelihood of a unit never met. It stands for damage and for text of other kinds.
 constexpr double kUnseen = 2e-8;
 
-// A unit that little-endian UCS-2 shows at least this often says so by a positive delta, since the detector takes hardly
-// any delta of 0 or less in Unicode text.
+// A unit that little-endian UCS-2 shows at least this often says so by a positive delta, since the detector takes
+// hardly any delta of 0 or less in Unicode text.
 constexpr double kOrdinaryInUnicode = 1e-6;
 
-// How much the likelihood of a unit by itself counts beside what was seen behind the unit before: as much as this share of
-// all units.
+// How much the likelihood of a unit by itself counts beside what was seen behind the unit before: as much as this share
+// of all units.
 constexpr double kPriorShare = 1e-5;
 
 // Phrases are less likely than this in any other encoding; those that end the matter by themselves less than that.
@@ -34,8 +34,8 @@ constexpr double kFarBeyondDoubt = 1e-18;
 constexpr double kShareOfPhrases = 1.0 / 10'000;
 constexpr double kMostOfOnePhrase = 1.5e-6;
 
-// Text in UTF-8 is read faster behind the phrase that opens than in front of it, so that there are many; and few of those
-// that close.
+// Text in UTF-8 is read faster behind the phrase that opens than in front of it, so that there are many; and few of
+// those that close.
 constexpr double kShareOfUtf8Openings = 1.0 / 50;
 constexpr double kShareOfUtf8Closings = 1.0 / 100'000;
 constexpr double kMostOfOneUtf8Closing = 3e-7;

@@ -45,10 +45,10 @@ public:
     // What units of the two bytes say behind another in UTF-8, on average.
     Deltas MeanInUtf8(const ByteClass& first, const ByteClass& second) const;
 
-    // Chains of three that are in texts of many kinds in one encoding, and so far from what the others hold that nothing
-    // speaks against it. The first opening one in a text tells how it is scored from there on; the first closing one
-    // behind that, common enough for long texts to have some, ends the matter. Those for UTF-8 are two characters of three
-    // bytes. UCS-2 has deciding phrases instead, each of which ends the matter by itself.
+    // Chains of three that are in texts of many kinds in one encoding, and so far from what the others hold that
+    // nothing speaks against it. The first opening one in a text tells how it is scored from there on; the first
+    // closing one behind that, common enough for long texts to have some, ends the matter. Those for UTF-8 are two
+    // characters of three bytes. UCS-2 has deciding phrases instead, each of which ends the matter by itself.
     std::vector<Phrase> OpeningPhrases() const;
     std::vector<Phrase> ClosingPhrases() const;
     std::vector<Phrase> DecidingPhrases() const;

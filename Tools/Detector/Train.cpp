@@ -6,11 +6,11 @@
 // RULES is a pattern file that is copied to the front. CORPUS is a folder as in Corpus.h. The same input and seed give
 // the same output.
 //
-// How: samples of the text (Samples.h) are written in each encoding and cut into units (Units.h). The share of a unit among
-// all units, or behind the unit before it, is its likelihood in that encoding, and the logarithm of it, in points, its
-// delta (Scores.h). Every unit that tells anything has a pattern; chains of two have one where they tell more than their
-// units do. A few chains of three, each beyond doubt in one encoding, open the way to a simpler scoring, and to others that
-// end the matter.
+// How: samples of the text (Samples.h) are written in each encoding and cut into units (Units.h). The share of a unit
+// among all units, or behind the unit before it, is its likelihood in that encoding, and the logarithm of it, in
+// points, its delta (Scores.h). Every unit that tells anything has a pattern; chains of two have one where they tell
+// more than their units do. A few chains of three, each beyond doubt in one encoding, open the way to a simpler
+// scoring, and to others that end the matter.
 
 #include <algorithm>
 #include <array>
@@ -184,8 +184,8 @@ private:
     std::array<RingUnit, 3> units_;
 };
 
-// Behind the first phrase of an encoding: units go on to count one by one, in steps, which is as good for the long texts
-// that get there, and a closing phrase of that encoding is the verdict.
+// Behind the first phrase of an encoding: units go on to count one by one, in steps, which is as good for the long
+// texts that get there, and a closing phrase of that encoding is the verdict.
 void PrintBehindPhrases(const tools::Scores& scores) {
     constexpr unsigned kLowestTrail = 0x40;  // of GBK and Big5
     const auto ff = tools::ByteClass().set(0xFF);

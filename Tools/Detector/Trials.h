@@ -25,8 +25,8 @@ public:
     TrialMaker(const std::vector<TextFile>& files, const Encoder& encoder, std::size_t most, std::uint64_t seed)
         : files_(files), encoder_(encoder), most_(most), seed_(seed) {}
 
-    // As many as `most` runs of `size` characters from anywhere in the running text, at least half of them Chinese and all
-    // of them in the encoding.
+    // As many as `most` runs of `size` characters from anywhere in the running text, at least half of them Chinese and
+    // all of them in the encoding.
     std::vector<std::string> Windows(const Case& which, std::size_t size) const;
     // Runs of seven Chinese characters, each inside a page of English markup.
     std::vector<std::string> ShortInMarkup(const Case& which) const;

@@ -11,9 +11,9 @@
 
 namespace tools {
 
-// A byte from 80 up and the one behind it, as first × 256 + second: a double-byte character of GBK and Big5, a piece of a
-// sequence of UTF-8, in UCS-2 a code unit or the seam between two. Or a control character that text has no use for, by
-// itself: in UCS-2 one half of a code unit. Printable ASCII is passed over.
+// A byte from 80 up and the one behind it, as first × 256 + second: a double-byte character of GBK and Big5, a piece of
+// a sequence of UTF-8, in UCS-2 a code unit or the seam between two. Or a control character that text has no use for,
+// by itself: in UCS-2 one half of a code unit. Printable ASCII is passed over.
 using Unit = std::uint16_t;
 constexpr std::size_t kUnits = 0x10000;
 

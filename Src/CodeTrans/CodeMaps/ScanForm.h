@@ -14,8 +14,8 @@
 // that does not fit, or that says more by its exceptions than another score, has no row, and the scan takes its bytes
 // one by one.
 //
-// Two characters of three bytes in UTF-8 make three units. A hub from which all of them, but for few, lead round through
-// two others and back, with the same three scores, is the start of a *ring*: the scan takes any number of such
+// Two characters of three bytes in UTF-8 make three units. A hub from which all of them, but for few, lead round
+// through two others and back, with the same three scores, is the start of a *ring*: the scan takes any number of such
 // characters by counting them.
 
 #include <bitset>

@@ -66,8 +66,8 @@ std::size_t PhysicalMemory() {
     return static_cast<std::size_t>(pages) * static_cast<std::size_t>(page_size);
 }
 
-// Whether to ask for memory for `count` bytes and a NUL. Systems that grant more memory than they have end the process once
-// it is filled, and what the file does not fill is filled with zeros; so such a request is turned down here.
+// Whether to ask for memory for `count` bytes and a NUL. Systems that grant more memory than they have end the process
+// once it is filled, and what the file does not fill is filled with zeros; so such a request is turned down here.
 bool IsReasonable(std::size_t count, std::size_t file_size) {
     return count < PTRDIFF_MAX && (count <= file_size || count <= PhysicalMemory());
 }
@@ -87,8 +87,8 @@ std::size_t ReadOn(std::FILE* stream, char* bytes, std::size_t count) {
     return got;
 }
 
-// Sets `text` to the bytes that come of the `count` at `offset`, but no NULs; false without the memory. The text grows piece
-// by piece, so that each is filled with zeros, read and searched for NULs while it is in the cache.
+// Sets `text` to the bytes that come of the `count` at `offset`, but no NULs; false without the memory. The text grows
+// piece by piece, so that each is filled with zeros, read and searched for NULs while it is in the cache.
 bool AssignRange(std::FILE* stream, long offset, std::size_t count, std::string& text) {
     constexpr std::size_t kPiece = std::size_t{32} << 10;
     try {

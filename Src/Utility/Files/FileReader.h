@@ -14,8 +14,8 @@
  * zero bytes. What cannot be positioned, such as a pipe, is read from where it stands; its size is 0, and that of a
  * directory whatever the file system says.
  *
- * Buffer forms: a buffer of count + 1 bytes, allocated with `new char[]`, is stored in `*buffer` and holds the bytes and
- * a NUL. The caller frees it with `delete[]`, **also when the result is 0** because the count is 0. When the file
+ * Buffer forms: a buffer of count + 1 bytes, allocated with `new char[]`, is stored in `*buffer` and holds the bytes
+ * and a NUL. The caller frees it with `delete[]`, **also when the result is 0** because the count is 0. When the file
  * cannot be opened, or a buffer of that size cannot be had, the result is 0 and `*buffer` is left as it was: set it to
  * null before the call. Buffers that the memory of the machine could not hold are refused where the file is too small
  * to fill them.
@@ -25,7 +25,8 @@
  * name becomes the last-error message and an error line of the log. What `text` held is
  * freed once the bytes are read.
  *
- * A file that cannot be opened is noted in the ordinary log as "Failed open file  " with the name. errno then says why. */
+ * A file that cannot be opened is noted in the ordinary log as "Failed open file  " with the name. errno then says
+ * why. */
 
 #include <pthread.h>
 

@@ -29,8 +29,8 @@ constexpr std::uint64_t Power(std::uint64_t base, unsigned exponent) {
     return exponent == 0 ? 1 : base * Power(base, exponent - 1);
 }
 
-// Strhash of the eight bytes of a word: of four pairs at once, then of two pairs of pairs, then of both. No lane overflows
-// into the next: a pair comes to less than 2^13, four bytes to less than 2^23.
+// Strhash of the eight bytes of a word: of four pairs at once, then of two pairs of pairs, then of both. No lane
+// overflows into the next: a pair comes to less than 2^13, four bytes to less than 2^23.
 constexpr std::uint64_t StrhashOfEight(std::uint64_t word) {
     constexpr std::uint64_t kLowBytes = 0x00FF00FF00FF00FF, kLowHalves = 0x0000FFFF0000FFFF;
     const std::uint64_t pairs = (word & kLowBytes) * 31 + (word >> 8 & kLowBytes);
@@ -43,8 +43,8 @@ constexpr std::size_t kHfBlock = 64;
 }  // namespace
 
 unsigned int UrlHash(const char* text) {
-    // The published step is h = 16h + c; its four top bits are taken off and come back at bits 4 to 7. Here 16h is kept in
-    // place of h, whose shift takes the top bits off by itself: four operations that wait for each other, not six.
+    // The published step is h = 16h + c; its four top bits are taken off and come back at bits 4 to 7. Here 16h is kept
+    // in place of h, whose shift takes the top bits off by itself: four operations that wait for each other, not six.
     std::uint32_t shifted_hash = 0;
     for (; *text != '\0'; ++text) {
         const std::uint32_t sum = shifted_hash + SignExtend(*text);

@@ -23,8 +23,8 @@ std::uint64_t Key(int number, std::size_t place) {
     return std::uint64_t{static_cast<std::uint32_t>(number) ^ kSignBit} << 32 | place;
 }
 
-// Sorts keys that are in the order of their places: by the bytes of the number, the lowest first, each time in one pass that
-// keeps the order of those alike.
+// Sorts keys that are in the order of their places: by the bytes of the number, the lowest first, each time in one pass
+// that keeps the order of those alike.
 void SortByBytes(std::vector<std::uint64_t>& keys) {
     std::vector<std::uint64_t> sorted(keys.size());
     for (unsigned shift = 32; shift < 64; shift += 8) {

@@ -34,8 +34,8 @@ struct Beginning {
     const char* text;
     std::size_t bytes;  // kWholeText for all of it
 
-    // Whether the entry stands behind the beginning, and how many bytes they share. What the entries on either side share
-    // would save some comparing, but lead beyond the end of entries that are out of order.
+    // Whether the entry stands behind the beginning, and how many bytes they share. What the entries on either side
+    // share would save some comparing, but lead beyond the end of entries that are out of order.
     bool IsBefore(const char* entry, std::size_t& common) const {
         common = 0;
         while (common < bytes && entry[common] == text[common] && entry[common] != '\0') ++common;
@@ -60,9 +60,9 @@ public:
         return Halve({text_, kWholeText}, {0, 0}, count, note);
     }
 
-    // Those at or before what the last entry of `found` and the text have in common, where the entry goes on behind that. The
-    // first entry on the path to the text that shares as much does so, too, or is all of it; the one before on the path
-    // stands in front: few are left in between.
+    // Those at or before what the last entry of `found` and the text have in common, where the entry goes on behind
+    // that. The first entry on the path to the text that shares as much does so, too, or is all of it; the one before
+    // on the path stands in front: few are left in between.
     Range FindUpToCommon(Range found) const {
         const std::size_t bytes = found.common_bytes;
         std::size_t step = 0;
@@ -74,8 +74,8 @@ public:
     }
 
 private:
-    // Halves what is between two ends: entries in front of `low` stand at or before the beginning, those from `high` on behind
-    // it. `note` is called for each new low end.
+    // Halves what is between two ends: entries in front of `low` stand at or before the beginning, those from `high` on
+    // behind it. `note` is called for each new low end.
     template <typename Note>
     Range Halve(const Beginning& beginning, Range low, unsigned long high, Note note) const {
         while (low.end < high) {

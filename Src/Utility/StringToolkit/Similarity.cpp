@@ -21,9 +21,9 @@ constexpr double kNowhere = 0.0, kFurtherBack = 0.6, kFurtherOn = 0.9, kAdjacent
 enum Finding { kNowhereFound, kFoundFurtherBack, kFoundFurtherOn, kFoundAdjacent };
 constexpr double kEarned[] = {kNowhere, kFurtherBack, kFurtherOn, kAdjacent};
 
-// Finds characters in a text of up to as many bytes as Bits has bits. Each byte has a row of bits, one for each place where
-// it stands, so that a character of two bytes stands where the row of its lead byte and that of its trail byte, moved by one
-// place, agree: all places in one step.
+// Finds characters in a text of up to as many bytes as Bits has bits. Each byte has a row of bits, one for each place
+// where it stands, so that a character of two bytes stands where the row of its lead byte and that of its trail byte,
+// moved by one place, agree: all places in one step.
 template <typename Bits>
 class ShortText {
 public:
@@ -79,7 +79,8 @@ public:
     }
 
 private:
-    // One more than the last place of a byte or pair, 0 where there is none. Bytes that are not sought share one number.
+    // One more than the last place of a byte or pair, 0 where there is none. Bytes that are not sought share one
+    // number.
     Position& End(char byte) { return ends_of_bytes_[ToByte(byte)]; }
     Position& End(char lead, char trail) {
         return ends_[numbers_[ToByte(lead)] * (count_ + 1) + numbers_[ToByte(trail)]];

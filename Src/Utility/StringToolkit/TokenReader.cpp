@@ -31,8 +31,8 @@ struct Token {
 
 // The token at or behind `at`, or where the range ends.
 Token FindToken(char* at, char* end, const char* delims, bool keep_inner_punct) {
-    // The first byte is the last separator as a rule. Behind it a token is taken for granted: no more than the search for
-    // its end tells that it is none.
+    // The first byte is the last separator as a rule. Behind it a token is taken for granted: no more than the search
+    // for its end tells that it is none.
     if (at < end && IsSeparator(*at, delims)) ++at;
     for (; at < end; ++at) {
         if (IsTokenBlank(*at)) continue;

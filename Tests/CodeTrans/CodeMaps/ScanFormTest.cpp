@@ -77,9 +77,9 @@ TEST(ScanFormTest, GivesWhatTheStatesGive) {
     for (std::size_t last = 0; last < own.state_count; ++last) {
         if (VerdictOf(own.states[last].nValue) != ENCODE_UTF8) continue;
         std::string phrase;
-        for (auto state = static_cast<int>(last); phrase.size() < 6 && state >= 0; state = own.states[state].nCheck)
-            phrase.insert(phrase.begin(),
-                          static_cast<char>(static_cast<int>(state) - own.states[own.states[state].nCheck].nBase));
+        auto state = static_cast<int>(last);
+        for (; phrase.size() < 6 && own.states[state].nCheck >= 0; state = own.states[state].nCheck)
+            phrase.insert(phrase.begin(), static_cast<char>(state - own.states[own.states[state].nCheck].nBase));
         const std::string text = han + "\n中国人民" + phrase + han;
         expect_same(table, text);
         ended += DetectEncoding(table, text.data(), text.size()).declared;
