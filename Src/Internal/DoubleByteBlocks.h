@@ -13,9 +13,10 @@
 
 namespace utility::internal {
 
-// Which of 64 bytes are lead bytes, given those with the top bit and that a character starts at the first. Behind an ASCII
-// byte, and behind a trail byte without the top bit, the next byte that has it is a lead: so in each run of such bytes
-// every other one is, from the first on. An addition carries through the runs that start at even places and marks them.
+// Which of 64 bytes are lead bytes, given those with the top bit and that a character starts at the first. Behind an
+// ASCII byte, and behind a trail byte without the top bit, the next byte that has it is a lead: so in each run of such
+// bytes every other one is, from the first on. An addition carries through the runs that start at even places and marks
+// them.
 constexpr std::uint64_t LeadBytes(std::uint64_t top_bits) {
     constexpr std::uint64_t kEven = 0x5555555555555555u;
     const std::uint64_t run_starts = top_bits & ~(top_bits << 1);
@@ -23,15 +24,15 @@ constexpr std::uint64_t LeadBytes(std::uint64_t top_bits) {
     return (even_runs & kEven) | (top_bits & ~even_runs & ~kEven);
 }
 
-// Reads `text`, in which no byte is zero, until `end`, or the writer has no more room, or a block of up to 64 bytes holds a
-// pair that it does not know; returns the place of the first byte not read.
+// Reads `text`, in which no byte is zero, until `end`, or the writer has no more room, or a block of up to 64 bytes
+// holds a pair that it does not know; returns the place of the first byte not read.
 //
-// Text alternates between pairs and ASCII, and a wrong guess which of them comes next costs the processor as much as five
-// characters. So here only the number of characters in a block is for it to guess.
+// Text alternates between pairs and ASCII, and a wrong guess which of them comes next costs the processor as much as
+// five characters. So here only the number of characters in a block is for it to guess.
 //
 // The writer has Character(bytes), which takes the one at the start of two bytes and returns whether it is known, and
-// Ascii64(bytes), of which TookAscii(n) keeps the first n. A copy of the writer takes each block, so that nothing of one with
-// an unknown pair is kept. Not inlined, so that a caller's buffer of known size costs no checks of each store.
+// Ascii64(bytes), of which TookAscii(n) keeps the first n. A copy of the writer takes each block, so that nothing of
+// one with an unknown pair is kept. Not inlined, so that a caller's buffer of known size costs no checks of each store.
 template <typename Writer>
 [[gnu::noinline]] const char* ReadDoubleByteBlocks(const char* text, const char* end, Writer& writer) {
     constexpr std::uint64_t kAllPairs = 0x5555555555555555u;

@@ -28,8 +28,8 @@ public:
         }
     }
 
-    // Whether all is ASCII and lead bytes E0 to EF, each with two continuation bytes as far as the block goes. The rest of
-    // the interface is for such blocks.
+    // Whether all is ASCII and lead bytes E0 to EF, each with two continuation bytes as far as the block goes. The rest
+    // of the interface is for such blocks.
     bool IsPlain() const {
         const std::uint64_t followers = leads_ << 1 | leads_ << 2;
         return (continuations_ ^ followers) == 0 && top_bits_ == (continuations_ | leads_);

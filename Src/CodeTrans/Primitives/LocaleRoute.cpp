@@ -227,8 +227,8 @@ bool Narrow16(const wchar_t* wide, char* gbk) {
     return bytes != 0;
 }
 
-// The same for the other direction, as far as `limit`. Not inlined, so that a caller's buffer of known size costs no checks of
-// each store.
+// The same for the other direction, as far as `limit`. Not inlined, so that a caller's buffer of known size costs no
+// checks of each store.
 [[gnu::noinline]] const wchar_t* ConvertKnown(const wchar_t* wide, const wchar_t* limit, char*& gbk) {
     constexpr std::ptrdiff_t kTurn = 16;
     bool all_ascii = true;
@@ -265,8 +265,8 @@ struct GbkWriter {
     void TookAscii(unsigned count) { out += count; }
 };
 
-// Appends what the tables know of NUL-terminated UTF-8, as utf8_to_unicode reads it; returns the place where that ended. The
-// text grows nowhere.
+// Appends what the tables know of NUL-terminated UTF-8, as utf8_to_unicode reads it; returns the place where that
+// ended. The text grows nowhere.
 class Utf8ToGbk {
 public:
     explicit Utf8ToGbk(const char* end) : end_(end) {}
@@ -300,8 +300,8 @@ private:
     }
 
 #ifdef __SSE2__
-    // Takes 64 bytes of characters that are ASCII or take three bytes each, unless none is ASCII: for those the loop over
-    // runs is the faster one.
+    // Takes 64 bytes of characters that are ASCII or take three bytes each, unless none is ASCII: for those the loop
+    // over runs is the faster one.
     bool ConvertMixed(const char*& utf8) {
         const Utf8Block block(utf8);
         if (block.IsAscii()) {
