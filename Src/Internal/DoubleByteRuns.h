@@ -74,14 +74,6 @@ inline bool ReadEightAlike(const char*& text, Writer& writer) {
     return true;
 }
 
-// What Four() gives where 0 stands for an unknown pair.
-template <typename Entry>
-inline unsigned UnknownOnes(const Entry (&entries)[4]) {
-    unsigned unknown = 0;
-    for (unsigned i = 0; i < 4; ++i) unknown |= static_cast<unsigned>(entries[i] == 0) << 8 * i;
-    return unknown;
-}
-
 // The entries of four pairs.
 template <typename Entry>
 inline void LookUp(const PairTable<Entry>& table, std::uint64_t indexes, Entry (&entries)[4]) {

@@ -14,8 +14,16 @@
 #include "CodeTrans/Primitives/Utf8.h"
 #include "CodeTrans/Tables/CodeTable.h"
 #include "CodeTrans/Tables/GbkToUnicode.h"
+#include "CodeTrans/Tables/UnicodeToGbk.h"
 #include "Internal/Bytes.h"
-#include "Internal/DoubleByteRuns.h"
+#include "Internal/DoubleByteBlocks.h"
+#include "Internal/LenientUtf8.h"
+#include "Internal/Utf8Blocks.h"
+#include "Internal/Utf8Runs.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace {
 
@@ -79,51 +87,57 @@ Route SetGbkLocale() {
     return {false, true};
 }
 
-class WidePairWriter {
-public:
-    WidePairWriter(wchar_t* out, const wchar_t* limit) : out_(out), limit_(limit) {}
+// Both are for ReadDoubleByteBlocks; Character says whether the tables know what it took.
+struct WideGbkWriter {
+    static constexpr std::size_t kMostInATurn = 64;
+    wchar_t* out;
+    const wchar_t* limit;
 
-    wchar_t* out() const { return out_; }
-    bool HasRoom() const { return out_ < limit_; }
-    unsigned Four(std::uint64_t indexes) {
-        std::uint16_t code_points[4];
-        LookUp(kGbkToUnicode, indexes, code_points);
-        for (unsigned i = 0; i < 4; ++i) out_[i] = code_points[i];
-        return UnknownOnes(code_points);
+    bool HasRoom() const { return out < limit; }
+    void Ascii64(const char* bytes) {
+        for (unsigned i = 0; i < 64; i += 8) Widen8ToWide(bytes + i, out + i);
     }
-    bool AllFour(std::uint64_t indexes) {
-        const bool all_known = Four(indexes) == 0;
-        Took(all_known ? 4 : 0);
-        return all_known;
+    void TookAscii(unsigned bytes) { out += bytes; }
+    bool Character(const char* bytes) {
+        const unsigned character = kCharacterAtGbk[LoadWord<std::uint16_t>(bytes)];
+        *out++ = static_cast<wchar_t>(character);
+        return character != 0;
     }
-    void Took(unsigned pairs) { out_ += pairs; }
-    void Ascii8(const char* bytes) { Widen8ToWide(bytes, out_); }
-    void TookAscii(unsigned bytes) { out_ += bytes; }
-    void One(unsigned code_point) { *out_++ = static_cast<wchar_t>(code_point); }
+};
+struct Utf8GbkWriter {
+    static constexpr std::size_t kMostInATurn = 64 / 2 * 3 + 4;
+    char* out;
+    const char* limit;
 
-private:
-    wchar_t* out_;
-    const wchar_t* limit_;
+    bool HasRoom() const { return out < limit; }
+    void Ascii64(const char* bytes) { std::memcpy(out, bytes, 64); }
+    void TookAscii(unsigned bytes) { out += bytes; }
+    bool Character(const char* bytes) {
+        const std::uint32_t entry = kUtf8AtGbk[LoadWord<std::uint16_t>(bytes)];
+        StoreWord(entry, out);
+        out += entry >> 24;
+        return entry != 0;
+    }
 };
 
-// Converts what the tables know and appends it to `output`, by way of a block; returns the place where that ended. The
-// block's writer is made by `start(place, limit)` and takes single characters with One(code point).
-template <typename Unit, typename Start>
-const char* ConvertKnown(const char* gbk, const char* end, std::basic_string<Unit>& output, Start start) {
-    constexpr std::size_t kBlock = 1024, kMostInATurn = 64;
-    Unit block[kBlock + kMostInATurn];
+// Converts what the tables know of NUL-terminated text and appends it to `output`, by way of a block; returns the place
+// where that ended.
+template <typename Writer, typename Unit>
+const char* ConvertKnown(const char* gbk, const char* end, std::basic_string<Unit>& output) {
+    constexpr std::size_t kBlock = 1024;
+    Unit block[kBlock + Writer::kMostInATurn];
     for (bool more = true; more;) {
-        auto writer = start(block, block + kBlock);
-        gbk = ReadDoubleByteRuns(gbk, end, writer, [](const char*) { return false; });
+        Writer writer{block, block + kBlock};
+        gbk = ReadDoubleByteBlocks(gbk, end, writer);
         more = !writer.HasRoom();
+        // Up to a character that they do not know, which is in this block.
         while (!more && gbk != end) {
-            const unsigned char lead = ToByte(gbk[0]);
-            const unsigned code_point = IsAscii(lead) ? lead : GbkToUnicode(lead, ToByte(gbk[1]));
-            if (code_point == 0 || end - gbk >= 24) break;
-            writer.One(code_point);
-            gbk += IsAscii(lead) ? 1 : 2;
+            Writer trial = writer;
+            if (!trial.Character(gbk)) break;
+            writer = trial;
+            gbk += IsAscii(ToByte(*gbk)) ? 1 : 2;
         }
-        output.append(block, writer.out());
+        output.append(block, writer.out);
     }
     return gbk;
 }
@@ -184,42 +198,152 @@ bool ConvertRest(const Route& route, const wchar_t* wide, const wchar_t* end, st
     return bytes != kConversionError;
 }
 
-bool AreAscii8(const wchar_t* wide) {
-    std::uint64_t words[4];
-    std::memcpy(words, wide, sizeof words);
-    return ((words[0] | words[1] | words[2] | words[3]) & 0xFFFFFF80FFFFFF80u) == 0;
-}
-
-// Writes two bytes, of which the character takes one or both, without a branch that text of several scripts would make
-// the processor guess wrong; false for a character that the tables do not know.
-[[gnu::always_inline]] inline bool ConvertOne(wchar_t character, char*& gbk) {
-    const auto code_point = static_cast<std::uint32_t>(character);
-    const unsigned code = code_point < 0x10000 ? CodeTable[code_point] : 0;
-    if (code == 0 || (code >= 0x80 && code <= 0xFF)) return false;
-    const bool two = code > 0xFF;
-    gbk[0] = ToChar(two ? code >> 8 : code);
-    gbk[1] = ToChar(code & 0xFF);
-    gbk += two ? 2 : 1;
+// Copies 16 characters unless one of them is not ASCII.
+bool Narrow16(const wchar_t* wide, char* gbk) {
+#ifdef __SSE2__
+    const auto load = [](const wchar_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
+    const __m128i a = load(wide), b = load(wide + 4), c = load(wide + 8), d = load(wide + 12);
+    const __m128i all = _mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d));
+    const __m128i ascii = _mm_cmpeq_epi32(_mm_and_si128(all, _mm_set1_epi32(-0x80)), _mm_setzero_si128());
+    if (_mm_movemask_epi8(ascii) != 0xFFFF) return false;
+    const __m128i bytes = _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(gbk), bytes);
+#else
+    std::uint32_t all = 0;
+    for (unsigned i = 0; i < 16; ++i) all |= static_cast<std::uint32_t>(wide[i]);
+    if (all >= 0x80) return false;
+    for (unsigned i = 0; i < 16; ++i) gbk[i] = static_cast<char>(wide[i]);
+#endif
     return true;
 }
 
-// The same for the other direction, as far as `limit`.
-const wchar_t* ConvertKnown(const wchar_t* wide, const wchar_t* limit, char*& gbk) {
-    char* out = gbk;
-    bool known = true;
-    while (known && limit - wide >= 8) {
-        if (AreAscii8(wide)) {
-            for (unsigned i = 0; i < 8; ++i) out[i] = static_cast<char>(wide[i]);
-            out += 8;
-            wide += 8;
-            continue;
+// Writes two bytes, of which the character takes one or both, without a branch that text of several scripts would make
+// the processor guess wrong; false, with one byte written in vain, for a character that the tables do not know.
+[[gnu::always_inline]] inline bool ConvertOne(wchar_t character, char*& gbk) {
+    const auto code_point = static_cast<std::uint32_t>(character);
+    const std::uint16_t bytes = code_point < 0x10000 ? kGbkOfCharacter[code_point] : std::uint16_t{0};
+    StoreWord(bytes, gbk);
+    gbk += 1 + (bytes >> 7 & 1);
+    return bytes != 0;
+}
+
+// The same for the other direction, as far as `limit`. Not inlined, so that a caller's buffer of known size costs no
+// checks of each store.
+[[gnu::noinline]] const wchar_t* ConvertKnown(const wchar_t* wide, const wchar_t* limit, char*& gbk) {
+    constexpr std::ptrdiff_t kTurn = 16;
+    bool all_ascii = true;
+    while (limit - wide >= kTurn) {
+        if (all_ascii && Narrow16(wide, gbk)) {
+            gbk += kTurn;
+        } else {
+            char* out = gbk;
+            unsigned unknown = 0;
+#pragma GCC unroll 4
+            for (std::ptrdiff_t i = 0; i < kTurn; ++i) unknown += ConvertOne(wide[i], out) ? 0 : 1;
+            if (unknown != 0) break;
+            all_ascii = out - gbk == kTurn;
+            gbk = out;
         }
-        for (unsigned left = 8; left > 0 && (known = ConvertOne(*wide, out)); --left) ++wide;
+        wide += kTurn;
     }
-    while (known && wide != limit && (known = ConvertOne(*wide, out))) ++wide;
-    gbk = out;
+    for (char* out = gbk; wide != limit && ConvertOne(*wide, out); gbk = out) ++wide;
     return wide;
 }
+
+struct GbkWriter {
+    char* out;
+
+    unsigned Four(CodePoints4 code_points) {
+        const auto bytes = [&](unsigned i) { return std::uint64_t{kGbkOfCharacter[code_points[i]]}; };
+        const std::uint64_t words = bytes(0) | bytes(1) << 16 | bytes(2) << 32 | bytes(3) << 48;
+        StoreWord(words, out);
+        const std::uint64_t others = ~words & 0x0080008000800080u;
+        return others == 0 ? 4 : LowestBit(others) / 16;
+    }
+    void Took(unsigned count) { out += 2 * count; }
+    void Ascii8(const char* bytes) { std::memcpy(out, bytes, 8); }
+    void TookAscii(unsigned count) { out += count; }
+};
+
+// Appends what the tables know of NUL-terminated UTF-8, as utf8_to_unicode reads it; returns the place where that
+// ended. The text grows nowhere.
+class Utf8ToGbk {
+public:
+    explicit Utf8ToGbk(const char* end) : end_(end) {}
+
+    const char* Append(const char* utf8, std::string& gbk) {
+        // Twice: what is left of a block may be read with the text's end, and characters may be written in vain.
+        char block[kBlock + 2 * kUtf8Turn];
+        while (utf8 != end_ && unknown_ == nullptr) {
+            writer_.out = block;
+            utf8 = ConvertBlock(utf8, utf8 + std::min(kBlock, end_ - utf8));
+            gbk.append(block, writer_.out);
+        }
+        return unknown_ != nullptr ? unknown_ : end_;
+    }
+
+private:
+    static constexpr std::ptrdiff_t kBlock = 1024;
+
+    [[gnu::noinline]] const char* ConvertBlock(const char* utf8, const char* block_end) {
+        constexpr auto kRule = ThreeBytes::kByLead;
+        const auto convert_one = [&](const char*& text) { ConvertOneOf(text); };
+#ifdef __SSE2__
+        while (block_end - utf8 >= kUtf8Turn + 64) {
+            if (ConvertMixed(utf8)) continue;
+            utf8 = ReadUtf8Runs<kRule>(utf8, utf8 + 64 + kUtf8Turn, writer_, convert_one);
+        }
+#endif
+        utf8 = ReadUtf8Runs<kRule>(utf8, block_end, writer_, convert_one);
+        while (end_ - utf8 < kUtf8Turn && utf8 != end_) ConvertOneOf(utf8);
+        return utf8;
+    }
+
+#ifdef __SSE2__
+    // Takes 64 bytes of characters that are ASCII or take three bytes each, unless none is ASCII: for those the loop
+    // over runs is the faster one.
+    bool ConvertMixed(const char*& utf8) {
+        const Utf8Block block(utf8);
+        if (block.IsAscii()) {
+            std::memcpy(writer_.out, utf8, 64);
+            writer_.out += 64;
+            utf8 += 64;
+            return true;
+        }
+        if (block.HasNoAscii() || !block.IsPlain()) return false;
+        std::uint16_t units[64];
+        block.Decode(units);
+        char* out = writer_.out;
+        unsigned unknown = 0;
+        for (std::uint64_t starts = block.Starts(); starts != 0; starts &= starts - 1)
+            unknown += ConvertOne(units[LowestBit(starts)], out) ? 0 : 1;
+        if (unknown != 0) return false;
+        writer_.out = out;
+        utf8 += block.Length();
+        return true;
+    }
+#endif
+
+    // At an unknown character `text` becomes the end, which stops all loops.
+    void ConvertOneOf(const char*& text) {
+        wchar_t character[1];
+        wchar_t* decoded = character;
+        const char* const start = text;
+        DecodeOneLeniently(text, end_, decoded);
+        if (decoded == character) return;
+        char* out = writer_.out;
+        if (ConvertOne(character[0], out)) {
+            writer_.out = out;
+        } else {
+            unknown_ = start;
+            text = end_;
+        }
+    }
+
+    const char* end_;
+    GbkWriter writer_{};
+    const char* unknown_ = nullptr;
+};
 
 }  // namespace
 
@@ -229,8 +353,7 @@ std::size_t ANSIToUTF8(const char* gbk, std::string& utf8) {
     std::string converted;
     if (route.tables) {
         converted.reserve(static_cast<std::size_t>(end - gbk) / 2 * 3 + 1);
-        gbk = ConvertKnown(gbk, end, converted,
-                           [](char* place, const char* limit) { return Utf8PairWriter(kGbkToUtf8, place, limit); });
+        gbk = ConvertKnown<Utf8GbkWriter>(gbk, end, converted);
     }
     if (gbk != end) {
         std::wstring wide;
@@ -248,8 +371,7 @@ std::size_t ANSIToUnicode(const std::string& gbk, std::wstring& wide) {
     wide.clear();
     if (route.tables) {
         wide.reserve(static_cast<std::size_t>(end - text));
-        text = ConvertKnown(text, end, wide,
-                            [](wchar_t* place, const wchar_t* limit) { return WidePairWriter(place, limit); });
+        text = ConvertKnown<WideGbkWriter>(text, end, wide);
     }
     return text == end || ConvertRest(route, text, end, wide) ? wide.size() : kConversionError;
 }
@@ -275,6 +397,18 @@ std::size_t UnicodeToANSI(const std::wstring& wide, std::string& gbk) {
 }
 
 int UTF8ToANSI(const char* utf8, std::string& gbk) {
-    UnicodeToANSI(UtfStr2Unicode(utf8), gbk);
+    const Route route = SetGbkLocale();
+    utf8 = SkipByteOrderMark(utf8);
+    std::string converted;
+    if (route.tables) {
+        const char* const end = utf8 + std::strlen(utf8);
+        converted.reserve(static_cast<std::size_t>(end - utf8));
+        utf8 = Utf8ToGbk(end).Append(utf8, converted);
+    }
+    if (*utf8 != '\0') {
+        const std::wstring wide = utf8_to_unicode(utf8);
+        ConvertRest(route, wide.data(), wide.data() + wide.size(), converted);
+    }
+    gbk = std::move(converted);
     return 1;
 }

@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include "Internal/Bytes.h"
+#include "Internal/LenientUtf8.h"
 #include "Internal/Utf8Encoding.h"
 #include "Internal/Utf8Runs.h"
 #include "Internal/Words.h"
@@ -20,32 +21,6 @@ constexpr std::size_t kMaxBmpBytes = 3;
 
 unsigned char FollowingByte(std::uint32_t code_point, unsigned shift) {
     return static_cast<unsigned char>(0x80 | (code_point >> shift & 0x3F));
-}
-
-wchar_t TwoByteCharacter(unsigned lead, unsigned second) {
-    return static_cast<wchar_t>((lead & 0x1F) << 6 | (second & 0x3F));
-}
-
-wchar_t ThreeByteCharacter(unsigned lead, unsigned second, unsigned third) {
-    return static_cast<wchar_t>((lead & 0x0F) << 12 | (second & 0x3F) << 6 | (third & 0x3F));
-}
-
-// One character, or nothing, of the bytes that end at `end`.
-[[gnu::always_inline]] inline void DecodeOneLeniently(const char*& text, const char* end, wchar_t*& wide) {
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(text);
-    const std::ptrdiff_t left = end - text;
-    if (IsAscii(bytes[0])) {
-        *wide++ = bytes[0];
-        text += 1;
-    } else if ((bytes[0] & 0xE0) == 0xC0 && left > 1) {
-        *wide++ = TwoByteCharacter(bytes[0], bytes[1]);
-        text += 2;
-    } else if ((bytes[0] & 0xF0) == 0xE0 && left > 2) {
-        *wide++ = ThreeByteCharacter(bytes[0], bytes[1], bytes[2]);
-        text += 3;
-    } else {
-        text += 1;
-    }
 }
 
 struct WideWriter {
@@ -114,9 +89,7 @@ std::wstring utf8_to_unicode(const char* utf8) {
 }
 
 std::wstring UtfStr2Unicode(const char* utf8) {
-    constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
-    const bool marked = std::strncmp(utf8, kByteOrderMark, 3) == 0;
-    return utf8_to_unicode(marked ? utf8 + 3 : utf8);
+    return utf8_to_unicode(SkipByteOrderMark(utf8));
 }
 
 int unicode_to_utf8_one(unsigned long code_point, unsigned char* utf8, int size) {

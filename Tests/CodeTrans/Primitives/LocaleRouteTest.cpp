@@ -75,6 +75,14 @@ bool IsTheCLibrarys(const std::wstring& wide) {
     return UnicodeToANSI(wide, gbk) == count && gbk == buffer.c_str();
 }
 
+// UTF-8 by way of the wide string.
+bool IsTheCLibrarysFromUtf8(const std::string& utf8) {
+    const std::wstring wide = UtfStr2Unicode(utf8.c_str());
+    std::string expected(6 * wide.size() + 1, '\0'), gbk = "stale";
+    std::wcstombs(expected.data(), wide.c_str(), 6 * wide.size());
+    return UTF8ToANSI(utf8.c_str(), gbk) == 1 && gbk == expected.c_str();
+}
+
 // Every text of two bytes, and those behind or before every other byte of `others`.
 void CheckShortTexts(const std::string& others) {
     ASSERT_NE(std::setlocale(LC_ALL, "zh_CN.gbk"), nullptr);
@@ -118,6 +126,46 @@ TEST(LocaleRouteTest, GivesWhatTheCLibraryGives) {
         UTF8ToANSI(utf8.c_str(), back);
         UnicodeToANSI(utf8_to_unicode(utf8.c_str()), expected);
         ASSERT_EQ(back, expected);
+    }
+}
+
+// Runs of every length up to more than a block of 64 bytes, alone and with something unusual at every place.
+TEST(LocaleRouteTest, GivesWhatTheCLibraryGivesAtTheEdgesOfRuns) {
+    SKIP_WITHOUT_GBK_LOCALE();
+    ASSERT_NE(std::setlocale(LC_ALL, "zh_CN.gbk"), nullptr);
+    const std::vector<std::string> odd_utf8 = {
+        "\xC3\xA9",         "\xC2\xA9", "\xE2\x82\xAC", "\xEA\xB0\x80", "\xE3\x80\x80", "\xEF\xBB\xBF",
+        "\xF0\x9F\x98\x80", "\xC0\x80", "\xE0\x81\x81", "\xE0\x80\x80", "\xE4\xB8",     "\xE4",
+        "\xE4\xB8\xE4",     "\xD0",     "\x80",         "\xFF"};
+    const std::vector<std::string> odd_gbk = {"\x80", "\xFF", "\xD6", "\x81\x40", "\x81\x7F", "\xA2\xE3", "\xD6 "};
+    const std::wstring odd_wide = {0xE9, 0xA9, 0x20AC, 0xAC00, 0x3000, 0x1F600, 0xE0001, 0x80, -1, 0x7FFFFF80};
+    for (std::size_t length = 0; length <= 70; ++length) {
+        const std::string ascii(length, 'a');
+        std::string gbk = "\xD6\xD0" + ascii;
+        for (std::size_t i = 0; i < 70 - length / 2; ++i) gbk += i % 9 == 8 ? "\x81\x40 b" : "\xB9\xFA";
+        std::wstring wide;
+        std::string utf8;
+        ASSERT_TRUE(IsTheCLibrarys(gbk)) << length;
+        ANSIToUnicode(gbk, wide);
+        ANSIToUTF8(gbk.c_str(), utf8);
+        ASSERT_TRUE(IsTheCLibrarys(wide) && IsTheCLibrarysFromUtf8(utf8) && utf8 == unicode_to_utf8(wide)) << length;
+        for (std::size_t pos = 0; pos <= utf8.size(); ++pos) {
+            const std::string& odd = odd_utf8[(pos + length) % odd_utf8.size()];
+            ASSERT_TRUE(IsTheCLibrarysFromUtf8(utf8.substr(0, pos) + odd)) << length << ' ' << pos;
+            ASSERT_TRUE(IsTheCLibrarysFromUtf8(utf8.substr(0, pos) + odd + utf8.substr(pos))) << length << ' ' << pos;
+        }
+        for (std::size_t pos = 0; pos <= gbk.size(); ++pos) {
+            const std::string text = gbk.substr(0, pos) + odd_gbk[(pos + length) % odd_gbk.size()] + gbk.substr(pos);
+            ASSERT_TRUE(IsTheCLibrarys(text)) << length << ' ' << pos;
+            ANSIToUTF8(text.c_str(), utf8);
+            std::wstring converted;
+            ANSIToUnicode(text, converted);
+            ASSERT_EQ(utf8, unicode_to_utf8(converted)) << length << ' ' << pos;
+        }
+        for (std::size_t pos = 0; pos <= wide.size(); ++pos) {
+            std::wstring text = wide;
+            ASSERT_TRUE(IsTheCLibrarys(text.insert(pos, 1, odd_wide[(pos + length) % odd_wide.size()]))) << pos;
+        }
     }
 }
 
