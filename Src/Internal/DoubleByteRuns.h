@@ -3,7 +3,6 @@
 
 // The loop of everything that reads GBK or Big5: several characters at a time where they are alike.
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -21,23 +20,27 @@ namespace utility::internal {
 // the usual case; otherwise over those in front and then, decoded the same way, over up to eight ASCII bytes. Where there
 // is neither, read_other(text) is to step over what stands there: a pair that the table does not know.
 //
-// The writer has `Four(indexes)`, which looks four pairs up and gives the number of those in front that the table knows; of
-// these Took(n) keeps the first n; and `Ascii8(bytes)`, of which TookAscii(n) keeps the first n. Both write in full, also
-// what is not kept; but the 24 bytes of a turn give 12 characters or more, those among them.
+// The writer has `Four(indexes)`, which looks four pairs up and gives a word of four bytes, the first pair's lowest, with the
+// lowest bit set of each whose pair the table does not know; of the pairs in front of those Took(n) keeps the first n; and
+// `Ascii8(bytes)`, of which TookAscii(n) keeps the first n. Both write in full, also what is not kept; but the 24 bytes of a
+// turn give 12 characters or more, those among them. `AllFour(indexes)` keeps four pairs, or none and says so: it is asked
+// first where there are four, and may look for the usual ones only.
 template <typename Writer, typename ReadOther>
 inline const char* ReadDoubleByteRuns(const char* text, const char* end, Writer& writer, ReadOther read_other) {
     while (end - text >= 24 && writer.HasRoom()) {
         const auto word = LoadWord<std::uint64_t>(text);
-        const unsigned known = writer.Four(PairIndexes(word));
         const std::uint64_t no_leads = ~word & kLeadBits;
-        if (no_leads == 0 && known == 4) {
+        if (no_leads == 0 && writer.AllFour(PairIndexes(word))) {
             text += 8;
-            writer.Took(4);
             continue;
         }
-        const unsigned pairs = no_leads != 0 ? std::min(LowestBit(no_leads) / 16, known) : known;
+        unsigned pairs = no_leads != 0 ? LowestBit(no_leads) / 16 : 4;
+        // The next turn need not wait for the table, as the branch is foreseen.
+        const std::uint64_t unknown = writer.Four(PairIndexes(word)) & ((std::uint64_t{1} << 8 * pairs) - 1);
+        if (__builtin_expect(unknown != 0, 0)) pairs = LowestBit(unknown) / 8;
         text += 2 * pairs;
         writer.Took(pairs);
+        if (pairs == 4) continue;
 
         writer.Ascii8(text);
         const std::uint64_t high_bytes = LoadWord<std::uint64_t>(text) & kTopBits;
@@ -56,11 +59,19 @@ inline const char* ReadDoubleByteRuns(const char* text, const char* end, Writer&
     return text;
 }
 
-// The number of leading entries that are not 0.
-template <typename Entry>
-inline unsigned CountKnown(const Entry (&entries)[4]) {
-    if (entries[0] != 0 && entries[1] != 0 && entries[2] != 0 && entries[3] != 0) return 4;
-    return entries[0] == 0 ? 0 : entries[1] == 0 ? 1 : entries[2] == 0 ? 2 : 3;
+// Steps over eight bytes that are ASCII or four usual pairs: for the last bytes of a text, which the loop leaves. The writer
+// has the room.
+template <typename Writer>
+inline bool ReadEightAlike(const char*& text, Writer& writer) {
+    const auto word = LoadWord<std::uint64_t>(text);
+    if ((word & kTopBits) == 0) {
+        writer.Ascii8(text);
+        writer.TookAscii(8);
+    } else if ((word & kLeadBits) != kLeadBits || !writer.AllFour(PairIndexes(word))) {
+        return false;
+    }
+    text += 8;
+    return true;
 }
 
 // The entries of four pairs.
@@ -80,25 +91,31 @@ public:
 
     char*& out() { return out_; }
     bool HasRoom() const { return out_ < limit_; }
+    bool AllFour(std::uint64_t indexes) {
+        std::uint32_t entries[4];
+        LookUp(table_, indexes, entries);
+        // Three bytes each, which is the longest and what all Chinese characters have.
+        if ((entries[0] & entries[1] & entries[2] & entries[3]) >> 24 != 3) return false;
+        for (unsigned i = 0; i < 4; ++i) StoreWord(entries[i], out_ + 3 * i);
+        out_ += 12;
+        return true;
+    }
     unsigned Four(std::uint64_t indexes) {
         std::uint32_t entries[4];
         LookUp(table_, indexes, entries);
+        // The lengths side by side, 0 for an unknown pair, and what the first ones come to: no chain of additions, and nothing
+        // to foresee, as text that is mixed would have it.
+        const std::uint32_t lengths =
+            entries[0] >> 24 | (entries[1] >> 16 & 0xFF00) | (entries[2] >> 8 & 0xFF0000) | (entries[3] & 0xFF000000);
+        sums_ = lengths * std::uint64_t{0x0101010100};
         char* place = out_;
         for (unsigned i = 0; i < 4; ++i) {
             StoreWord(entries[i], place);
             place += entries[i] >> 24;
         }
-        indexes_ = indexes;
-        end_of_four_ = place;
-        return CountKnown(entries);
+        return ~(lengths | lengths >> 1) & 0x01010101u;
     }
-    void Took(unsigned pairs) {
-        if (pairs == 4) {
-            out_ = end_of_four_;
-            return;
-        }
-        for (; pairs > 0; --pairs, indexes_ >>= 16) out_ += table_[indexes_ & 0xFFFF] >> 24;
-    }
+    void Took(unsigned pairs) { out_ += sums_ >> 8 * pairs & 0xFF; }
     void Ascii8(const char* bytes) { std::memcpy(out_, bytes, 8); }
     void TookAscii(unsigned bytes) { out_ += bytes; }
     void One(unsigned code_point) { out_ = WriteUtf8(code_point, out_); }
@@ -107,8 +124,7 @@ private:
     const PairTable<std::uint32_t>& table_;
     char* out_;
     const char* limit_;
-    std::uint64_t indexes_ = 0;
-    char* end_of_four_ = nullptr;
+    std::uint64_t sums_ = 0;  // of none, one, ... four of the pairs last written, a byte each
 };
 
 }  // namespace utility::internal

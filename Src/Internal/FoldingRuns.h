@@ -23,7 +23,12 @@ public:
     unsigned Four(std::uint64_t indexes) {
         char* place = out;
         for (unsigned i = 0; i < 4; ++i) place = ends_[i] = Write(indexes >> 16 * i & 0xFFFF, place);
-        return 4;
+        return 0;
+    }
+    bool AllFour(std::uint64_t indexes) {
+        Four(indexes);
+        Took(4);
+        return true;
     }
     void Took(unsigned pairs) {
         if (pairs > 0) out = ends_[pairs - 1];

@@ -24,18 +24,23 @@ constexpr bool IsCommonHan(const char* bytes) {
 }
 
 #ifdef __SSE2__
-// A bit for each of the first 15 of the 16 bytes that is wrong for five such characters. Loops should branch on whether there
+// A bit for the first byte of each of five such characters that is none, up to bit 12. Loops should branch on whether there
 // is one: the processor goes on with the next five, where it would have to wait for a number of bytes.
 inline unsigned WrongForCommonHan(__m128i bytes) {
-    // Bytes compare as signed ones: those of 80 to FF in their usual order, ASCII above them.
-    const auto all = [](unsigned char byte) { return _mm_set1_epi8(static_cast<char>(byte)); };
-    const __m128i leads = _mm_setr_epi8(-1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0);
-    const __m128i is_lead = _mm_and_si128(_mm_cmpgt_epi8(bytes, all(0xE3)), _mm_cmplt_epi8(bytes, all(0xEA)));
-    const __m128i is_trail = _mm_cmplt_epi8(bytes, all(0xC0));
-    const __m128i right = _mm_or_si128(_mm_and_si128(leads, is_lead), _mm_andnot_si128(leads, is_trail));
-    const __m128i behind_e4 = _mm_slli_si128(_mm_cmpeq_epi8(bytes, all(0xE4)), 1);
-    const __m128i too_low = _mm_and_si128(behind_e4, _mm_cmplt_epi8(bytes, all(0xB8)));
-    return ~static_cast<unsigned>(_mm_movemask_epi8(_mm_andnot_si128(too_low, right))) & 0x7FFFu;
+    constexpr char kLead = '\xE4', kTrail = '\x80', kLeads = 5, kTrails = 0x3F, kNever = '\xFF';
+    const __m128i lowest = _mm_setr_epi8(kLead, kTrail, kTrail, kLead, kTrail, kTrail, kLead, kTrail, kTrail, kLead,
+                                         kTrail, kTrail, kLead, kTrail, kTrail, 0);
+    const __m128i range = _mm_setr_epi8(kLeads, kTrails, kTrails, kLeads, kTrails, kTrails, kLeads, kTrails, kTrails,
+                                        kLeads, kTrails, kTrails, kLeads, kTrails, kTrails, 0);
+    const __m128i first_lead = _mm_setr_epi8(0, kNever, kNever, 0, kNever, kNever, 0, kNever, kNever, 0, kNever, kNever,
+                                             0, kNever, kNever, kNever);
+    const __m128i offsets = _mm_sub_epi8(bytes, lowest);
+    const __m128i right = _mm_cmpeq_epi8(_mm_min_epu8(offsets, range), offsets);
+    // Behind E4 only the trails from B8 on.
+    const __m128i behind_first_lead = _mm_slli_si128(_mm_cmpeq_epi8(offsets, first_lead), 1);
+    const __m128i too_low = _mm_and_si128(behind_first_lead, _mm_cmplt_epi8(offsets, _mm_set1_epi8(0x38)));
+    const auto wrong = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_andnot_si128(too_low, right)));
+    return (wrong | wrong >> 1 | wrong >> 2) & 0x1249u;
 }
 #endif
 
@@ -44,7 +49,7 @@ inline const char* SkipCommonHan(const char* pos, const char* end) {
 #ifdef __SSE2__
     while (end - pos >= 16) {
         const unsigned wrong = WrongForCommonHan(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pos)));
-        if (wrong != 0) return pos + __builtin_ctz(wrong) / kHanBytes * kHanBytes;
+        if (wrong != 0) return pos + __builtin_ctz(wrong);
         pos += 5 * kHanBytes;
     }
 #endif
@@ -54,20 +59,22 @@ inline const char* SkipCommonHan(const char* pos, const char* end) {
 
 // The same, with a copy of them to `out`, which is moved behind it. Up to 16 bytes more are written there.
 inline const char* CopyCommonHan(const char* pos, const char* end, char*& out) {
+    char* place = out;  // `out` itself may, for all the compiler knows, be among the bytes that are written
 #ifdef __SSE2__
     while (end - pos >= 16) {
         const __m128i sixteen = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pos));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), sixteen);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(place), sixteen);
         if (const unsigned wrong = WrongForCommonHan(sixteen); wrong != 0) {
-            const auto right_bytes = __builtin_ctz(wrong) / kHanBytes * kHanBytes;
-            out += right_bytes;
+            const auto right_bytes = __builtin_ctz(wrong);
+            out = place + right_bytes;
             return pos + right_bytes;
         }
         pos += 5 * kHanBytes;
-        out += 5 * kHanBytes;
+        place += 5 * kHanBytes;
     }
 #endif
-    for (; end - pos >= kHanBytes && IsCommonHan(pos); pos += kHanBytes) out = std::copy(pos, pos + kHanBytes, out);
+    for (; end - pos >= kHanBytes && IsCommonHan(pos); pos += kHanBytes) place = std::copy(pos, pos + kHanBytes, place);
+    out = place;
     return pos;
 }
 

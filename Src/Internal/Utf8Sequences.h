@@ -48,6 +48,23 @@ constexpr std::uint32_t Utf8CodePoint(const char* text, std::size_t length) {
     return code_point;
 }
 
+struct Utf8Character {
+    char32_t code_point;
+    std::size_t length;  // in bytes; not 0
+};
+
+// The character at `pos`, which is not `end`: U+FFFD for a malformed sequence.
+inline Utf8Character ReadUtf8Character(const char* pos, const char* end) {
+    // Nearly all beyond ASCII that a Chinese text holds, of which only those behind E0 and ED need a closer look.
+    if (end - pos >= 3) {
+        const unsigned lead = ToByte(pos[0]), first = ToByte(pos[1]) ^ 0x80u, second = ToByte(pos[2]) ^ 0x80u;
+        if (lead - 0xE1 < 0xF && lead != 0xED && (first | second) < 0x40)
+            return {static_cast<char32_t>((lead & 0xF) << 12 | first << 6 | second), 3};
+    }
+    const Utf8Sequence sequence = ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos));
+    return {sequence.valid ? Utf8CodePoint(pos, sequence.length) : kReplacementCodePoint, sequence.length};
+}
+
 // Writes up to four bytes for a code point that is no surrogate and returns the place behind them.
 constexpr char* WriteUtf8(std::uint32_t code_point, char* out) {
     if (code_point < 0x80) {

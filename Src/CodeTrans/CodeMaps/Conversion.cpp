@@ -73,7 +73,12 @@ public:
     bool HasRoom() const { return out_end_ - out_ >= 32; }
     unsigned Four(std::uint64_t indexes) {
         for (unsigned i = 0; i < 4; ++i) StoreWord(map_[indexes >> 16 * i & 0xFFFF], out_ + 2 * i);
-        return 4;  // a pair that is no character gives a unit, too
+        return 0;  // a pair that is no character gives a unit, too
+    }
+    bool AllFour(std::uint64_t indexes) {
+        Four(indexes);
+        Took(4);
+        return true;
     }
     void Took(unsigned pairs) { out_ += 2 * pairs; }
     void Ascii8(const char* bytes) { Widen8ToUcs2(bytes, out_); }
@@ -121,21 +126,7 @@ unsigned long GBKBig5_ToUnicode(int encoding, const char* input, unsigned long l
     in = ReadDoubleByteRuns(in, in_end, writer, [](const char*) { return false; });
     char*& out = writer.out();
     while (in != in_end && out != out_end) {
-        if (in_end - in >= 8 && out_end - out >= 8) {
-            const auto word = LoadWord<std::uint64_t>(in);
-            if ((word & kLeadBits) == kLeadBits) {
-                writer.Four(PairIndexes(word));
-                writer.Took(4);
-                in += 8;
-                continue;
-            }
-            if ((word & kTopBits) == 0 && out_end - out >= 16) {
-                writer.Ascii8(in);
-                writer.TookAscii(8);
-                in += 8;
-                continue;
-            }
-        }
+        if (in_end - in >= 8 && out_end - out >= 16 && ReadEightAlike(in, writer)) continue;
         const unsigned char lead = ToByte(*in++);
         unsigned unit = lead;
         if (!IsAscii(lead)) {

@@ -40,15 +40,14 @@ Span AddressAround(std::string_view text, std::size_t region, std::size_t at) {
     bool last_has_letter = false;
     for (std::size_t next = at + 1; next < text.size(); ++next) {
         const std::size_t label = next;
-        bool has_letter = false;
-        for (; next < text.size() && kLabelBytes.Contains(text[next]); ++next)
-            has_letter = has_letter || !IsAsciiDigit(ToByte(text[next]));
+        while (next < text.size() && kLabelBytes.Contains(text[next])) ++next;
         std::size_t label_end = next;
         while (label_end > label && text[label_end - 1] == '-') --label_end;
         if (label_end == label || text[label] == '-') break;
         ++labels;
         end = label_end;
-        last_has_letter = has_letter;
+        last_has_letter =
+            std::any_of(text.data() + label, text.data() + next, [](char c) { return !IsAsciiDigit(ToByte(c)); });
         if (label_end != next || next == text.size() || text[next] != '.') break;
     }
     const bool enclosed = begin > 0 && text[begin - 1] == '<' && end < text.size() && text[end] == '>';
@@ -59,7 +58,7 @@ Span AddressAround(std::string_view text, std::size_t region, std::size_t at) {
 // Whether what stands in front of `pos` ends a name that starts there.
 bool EndsNameBefore(std::string_view text, std::size_t pos) {
     if (kNameEnds.Contains(text[pos - 1])) return true;
-    if (pos >= 3)
+    if (pos >= 3 && (text[pos - 3] == '\xE3' || text[pos - 3] == '\xEF'))  // which few other characters start with
         for (const std::string_view mark : {"，", "；", "：", "。", "、"})
             if (text.substr(pos - 3, 3) == mark) return true;
     // A line end, unless a blank behind it continues the header line.

@@ -67,10 +67,9 @@ private:
 }  // namespace
 
 bool CharacterCursor::AdvanceBeyondAscii() {
-    const Utf8Sequence sequence = ReadUtf8Sequence(rest.data(), rest.size());
-    item.code_point = sequence.valid ? Utf8CodePoint(rest.data(), sequence.length) : kReplacementCodePoint;
-    item.bytes = rest.substr(0, sequence.length);
-    rest.remove_prefix(sequence.length);
+    const Utf8Character character = ReadUtf8Character(rest.data(), rest.data() + rest.size());
+    item = {character.code_point, rest.substr(0, character.length)};
+    rest.remove_prefix(character.length);
     return true;
 }
 
@@ -93,10 +92,9 @@ ClassCounts CountClasses(std::string_view text) {
             const char* const run_end = SkipCommonHan(pos, end);
             han += static_cast<std::size_t>((run_end - pos) / kHanBytes);
             if (run_end == pos) {
-                CharacterCursor cursor{{pos, static_cast<std::size_t>(end - pos)}, {}};
-                cursor.AdvanceBeyondAscii();
-                counters.Count(ClassOf(cursor.item.code_point));
-                pos = cursor.rest.data();
+                const Utf8Character character = ReadUtf8Character(pos, end);
+                counters.Count(ClassOf(character.code_point));
+                pos += character.length;
             } else {
                 pos = run_end;
             }

@@ -80,6 +80,7 @@ public:
             pos = ReadDoubleByteRuns(pos, end, writer, decode_rare);
             // The last bytes.
             while (pos != end && writer.HasRoom()) {
+                if (end - pos >= 8 && ReadEightAlike(pos, writer)) continue;
                 const std::uint32_t known = end - pos > 1 ? table_[PairIndex(ToByte(pos[0]), ToByte(pos[1]))] : 0;
                 if (IsAscii(ToByte(*pos))) {
                     writer.One(ToByte(*pos++));

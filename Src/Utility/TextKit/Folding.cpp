@@ -187,6 +187,16 @@ private:
         char* out = out_;
         for (; end - pos >= 16 && AreAscii16(pos); pos += 16, out += 16)
             for (int i = 0; i < 16; ++i) out[i] = forms[ToByte(pos[i])];
+        // Eight bytes are written whatever they are: where the text goes on in Chinese is hard to foresee.
+        constexpr std::ptrdiff_t kBlock = 8;
+        for (; end - pos >= kBlock; pos += kBlock, out += kBlock) {
+            for (int i = 0; i < kBlock; ++i) out[i] = forms[ToByte(pos[i]) & 0x7F];
+            if (const std::uint64_t high_bytes = LoadWord<std::uint64_t>(pos) & kTopBits; high_bytes != 0) {
+                const unsigned ascii_bytes = LowestBit(high_bytes) / 8;
+                out_ = out + ascii_bytes;
+                return pos + ascii_bytes;
+            }
+        }
         for (; pos != end && IsAscii(ToByte(*pos)); ++pos) *out++ = forms[ToByte(*pos)];
         out_ = out;
         return pos;
@@ -200,17 +210,20 @@ private:
 
     // Takes one character, which may become longer: a malformed byte, or a letter whose small form is further up.
     const char* FoldOther(const char* pos, const char* end) {
-        const Utf8Sequence sequence = ReadUtf8Sequence(pos, static_cast<std::size_t>(end - pos));
-        const char32_t c = sequence.valid ? Utf8CodePoint(pos, sequence.length) : kReplacementCodePoint;
-        out_ = WriteUtf8(FoldCharacter(c, options_), out_);
-        pos += sequence.length;
-        const auto written = static_cast<std::size_t>(out_ - folded_.data()),
-                   left = static_cast<std::size_t>(end - pos);
-        if (folded_.size() - written < left + kRoom) {
-            folded_.resize(written + left + left / 2 + 2 * kRoom);
-            out_ = folded_.data() + written;
-        }
+        const Utf8Character character = ReadUtf8Character(pos, end);
+        char* const behind = WriteUtf8(FoldCharacter(character.code_point, options_), out_);
+        const bool grew = static_cast<std::size_t>(behind - out_) > character.length;
+        out_ = behind;
+        pos += character.length;
+        if (grew) MakeRoom(static_cast<std::size_t>(end - pos));
         return pos;
+    }
+
+    void MakeRoom(std::size_t left) {
+        const auto written = static_cast<std::size_t>(out_ - folded_.data());
+        if (folded_.size() - written >= left + kRoom) return;
+        folded_.resize(written + left + left / 2 + 2 * kRoom);
+        out_ = folded_.data() + written;
     }
 
     const FoldOptions& options_;

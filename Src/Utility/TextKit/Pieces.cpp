@@ -10,6 +10,10 @@
 #include "Internal/Utf8Sequences.h"
 #include "Utility/TextKit/ChineseText.h"
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace textkit {
 
 namespace {
@@ -17,14 +21,6 @@ namespace {
 using namespace utility::internal;
 
 constexpr std::size_t kNowhere = std::string_view::npos;
-
-// The first character of a text that is not empty.
-Character FirstCharacter(std::string_view text) {
-    if (IsAscii(ToByte(text[0]))) return {ToByte(text[0]), text.substr(0, 1)};
-    CharacterCursor cursor{text, {}};
-    cursor.Advance();
-    return cursor.item;
-}
 
 // Cuts the rest at the separator of `length` bytes at `pos`, which is none at the end of the text.
 bool CutAt(PieceCursor& cursor, std::size_t pos, std::size_t length) {
@@ -63,7 +59,7 @@ bool CutAtAny(PieceCursor& cursor) {
 }
 
 // Of what a token is made.
-enum class Part { kNone, kWord, kHan };
+enum class Part : unsigned char { kNone, kWord, kHan };
 
 constexpr auto kAsciiParts = [] {
     std::array<Part, 0x80> parts{};
@@ -93,64 +89,96 @@ bool IsDigit(char32_t code_point) {
     return ClassOf(code_point) == CharacterClass::kDigit;
 }
 
-// Whether `mark`, at the start of `text`, belongs to the word around it, whose last character so far is `before`.
-bool IsInnerPunctuation(const Character& mark, std::string_view text, char32_t before) {
+bool IsAsciiOf(Part part, char c) {
+    return IsAscii(ToByte(c)) && kAsciiParts[ToByte(c)] == part;
+}
+
+// Whether `mark`, at `pos`, belongs to the word around it, whose last character so far is `before`.
+bool IsInnerPunctuation(const Utf8Character& mark, const char* pos, const char* end, char32_t before) {
     constexpr char32_t kApostrophe = 0x2019;
     const bool joins_words = mark.code_point == '.' || mark.code_point == '\'' || mark.code_point == kApostrophe;
-    if ((!joins_words && mark.code_point != ',') || mark.bytes.size() == text.size()) return false;
-    const char32_t next = FirstCharacter(text.substr(mark.bytes.size())).code_point;
+    const char* const behind = pos + mark.length;
+    if ((!joins_words && mark.code_point != ',') || behind == end) return false;
+    const char32_t next = ReadUtf8Character(behind, end).code_point;
     return joins_words ? PartOf(next) == Part::kWord : IsDigit(before) && IsDigit(next);
 }
 
-// How many bytes at the start of a text are ASCII characters of one part.
-std::size_t CountAsciiOf(Part part, std::string_view text) {
-    std::size_t count = 0;
-    while (count < text.size() && IsAscii(ToByte(text[count])) && kAsciiParts[ToByte(text[count])] == part) ++count;
-    return count;
+// The end of the ASCII letters, digits and "_" at the start of a text.
+const char* SkipAsciiWord(const char* pos, const char* end) {
+#ifdef __SSE2__
+    while (end - pos >= 16) {
+        const auto all = [](char byte) { return _mm_set1_epi8(byte); };
+        // As signed bytes, those beyond ASCII are below all others.
+        const auto between = [&](__m128i bytes, char first, char last) {
+            return _mm_and_si128(_mm_cmpgt_epi8(bytes, all(static_cast<char>(first - 1))),
+                                 _mm_cmplt_epi8(bytes, all(static_cast<char>(last + 1))));
+        };
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pos));
+        const __m128i letters = between(_mm_or_si128(bytes, all('a' - 'A')), 'a', 'z');
+        const __m128i others = _mm_or_si128(between(bytes, '0', '9'), _mm_cmpeq_epi8(bytes, all('_')));
+        const auto outside = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(letters, others))) & 0xFFFFu;
+        if (outside != 0) return pos + __builtin_ctz(outside);
+        pos += 16;
+    }
+#endif
+    while (pos != end && IsAsciiOf(Part::kWord, *pos)) ++pos;
+    return pos;
 }
 
-struct TokenBytes {
-    std::size_t length, behind;  // of the token and of what is known to be none behind it
+struct TokenEnd {
+    const char *token, *behind;  // the latter is the end of what is known to be none behind it
 };
 
-// The token at the start of `rest`, which starts with `last`, a character of the part.
-TokenBytes MeasureToken(std::string_view rest, Part part, Character last) {
+TokenEnd FindHanEnd(const char* pos, const char* end) {
+    for (;;) {
+        pos = SkipCommonHan(pos, end);
+        if (pos == end || IsAscii(ToByte(*pos))) return {pos, pos};
+        const Utf8Character next = ReadUtf8Character(pos, end);
+        const Part part = PartOf(next.code_point);
+        if (part != Part::kHan) return {pos, part == Part::kNone ? pos + next.length : pos};
+        pos += next.length;
+    }
+}
+
+// Where the word at `pos`, which starts with `last`, ends.
+TokenEnd FindWordEnd(const char* pos, const char* end, Utf8Character last) {
     constexpr ByteSet kInnerMarks{".,'"};
-    for (std::size_t end = last.bytes.size();;) {
-        // First what most tokens are made of, then any character.
-        const std::string_view run = rest.substr(end);
-        if (part == Part::kHan) {
-            end += static_cast<std::size_t>(SkipCommonHan(run.data(), run.data() + run.size()) - run.data());
-        } else if (const std::size_t count = CountAsciiOf(Part::kWord, run); count > 0) {
-            end += count;
-            last.code_point = ToByte(rest[end - 1]);
+    for (pos += last.length;; pos += last.length) {
+        // First what most words are made of, then any character.
+        if (const char* const run_end = SkipAsciiWord(pos, end); run_end != pos) {
+            pos = run_end;
+            last.code_point = ToByte(pos[-1]);
         }
-        if (end == rest.size()) return {end, 0};
-        if (IsAscii(ToByte(rest[end])) && (part == Part::kHan || !kInnerMarks.Contains(rest[end]))) return {end, 0};
-        const std::string_view text = rest.substr(end);
-        const Character next = FirstCharacter(text);
-        const Part next_part = PartOf(next.code_point);
-        const bool inside = part == Part::kWord && next_part == Part::kNone;
-        if (next_part != part && !(inside && IsInnerPunctuation(next, text, last.code_point)))
-            return {end, next_part == Part::kNone ? next.bytes.size() : 0};
+        if (pos == end || (IsAscii(ToByte(*pos)) && !kInnerMarks.Contains(*pos))) return {pos, pos};
+        const Utf8Character next = ReadUtf8Character(pos, end);
+        const Part part = PartOf(next.code_point);
+        if (part == Part::kHan) return {pos, pos};
+        if (part == Part::kNone && !IsInnerPunctuation(next, pos, end, last.code_point))
+            return {pos, pos + next.length};
         last = next;
-        end += next.bytes.size();
     }
 }
 
 bool CutToken(PieceCursor& cursor) {
-    std::string_view& rest = cursor.rest;
-    Part part = Part::kNone;
-    Character first;
-    for (; part == Part::kNone; rest.remove_prefix(part == Part::kNone ? first.bytes.size() : 0)) {
-        rest.remove_prefix(CountAsciiOf(Part::kNone, rest));
-        if (rest.empty()) return false;
-        first = FirstCharacter(rest);
-        part = PartOf(first.code_point);
+    const char *pos = cursor.rest.data(), *const end = pos + cursor.rest.size();
+    TokenEnd found{};
+    for (;;) {
+        while (pos != end && IsAsciiOf(Part::kNone, *pos)) ++pos;
+        if (pos == end) return false;
+        if (end - pos >= kHanBytes && IsCommonHan(pos)) {
+            found = FindHanEnd(pos, end);
+            break;
+        }
+        const Utf8Character first = ReadUtf8Character(pos, end);
+        const Part part = PartOf(first.code_point);
+        if (part != Part::kNone) {
+            found = part == Part::kHan ? FindHanEnd(pos + first.length, end) : FindWordEnd(pos, end, first);
+            break;
+        }
+        pos += first.length;
     }
-    const TokenBytes bytes = MeasureToken(rest, part, first);
-    cursor.item = rest.substr(0, bytes.length);
-    rest.remove_prefix(bytes.length + bytes.behind);
+    cursor.item = {pos, static_cast<std::size_t>(found.token - pos)};
+    cursor.rest = {found.behind, static_cast<std::size_t>(end - found.behind)};
     return true;
 }
 
@@ -160,8 +188,8 @@ constexpr ByteSet kAsciiBlanks{"\t\n\v\f\r "};
 std::size_t BlankAtStart(std::string_view text) {
     if (text.empty()) return 0;
     if (IsAscii(ToByte(text[0]))) return kAsciiBlanks.Contains(text[0]);
-    const Character first = FirstCharacter(text);
-    return ClassOf(first.code_point) == CharacterClass::kSpace ? first.bytes.size() : 0;
+    const Utf8Character first = ReadUtf8Character(text.data(), text.data() + text.size());
+    return ClassOf(first.code_point) == CharacterClass::kSpace ? first.length : 0;
 }
 
 std::size_t BlankAtEnd(std::string_view text) {

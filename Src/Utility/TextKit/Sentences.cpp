@@ -83,10 +83,7 @@ public:
     }
 
 private:
-    struct Decoded {
-        char32_t code_point = 0;  // 0 at the end of the text
-        std::size_t length = 0;
-    };
+    using Decoded = Utf8Character;  // U+0000 of length 0 at the end of the text
 
     void SkipToWhatMayMatter() {
         const char *const end = text_.data() + text_.size(), *pos = text_.data() + pos_;
@@ -97,9 +94,8 @@ private:
 
     Decoded At(std::size_t pos) const {
         if (pos >= text_.size()) return {};
-        const Utf8Sequence sequence = ReadUtf8Sequence(text_.data() + pos, text_.size() - pos);
-        if (!sequence.valid) return {kReplacementCodePoint, sequence.length};
-        return {Utf8CodePoint(text_.data() + pos, sequence.length), sequence.length};
+        if (IsAscii(ToByte(text_[pos]))) return {ToByte(text_[pos]), 1};
+        return ReadUtf8Character(text_.data() + pos, text_.data() + text_.size());
     }
     template <const auto& kList>
     bool IsAt(std::size_t pos) const {

@@ -328,6 +328,22 @@ TEST(ChineseTextTest, RunsGiveWhatTheirCharactersGive) {
         const textkit::Pieces tokens = textkit::Tokens(text);
         ASSERT_EQ(std::vector<std::string>(tokens.begin(), tokens.end()), PlainTokens(text)) << test_support::Hex(text);
     }
+    // Three bytes that are, or just fail to be, a character of a run, at every place of one.
+    for (std::size_t before = 0; before <= 12; ++before)
+        for (const char lead : {'\xE3', '\xE4', '\xE5', '\xE9', '\xEA'})
+            for (const char first : {'\x7F', '\x80', '\xB7', '\xB8', '\xBF', '\xC0'})
+                for (const char second : {'\x7F', '\x80', '\xBF', '\xC0'}) {
+                    std::string text, folded;
+                    for (std::size_t i = 0; i < 2 * before; ++i) text += i == before ? "\u5000" : "不";
+                    text.append({lead, first, second}).append("中文中文中文");
+                    textkit::ClassCounts counts;
+                    for (const textkit::Character& c : textkit::Characters(text)) {
+                        folded += Fold(c.bytes);
+                        ++counts.counts[static_cast<std::size_t>(ClassOf(c.code_point))];
+                    }
+                    ASSERT_EQ(Fold(text), folded) << test_support::Hex(text);
+                    ASSERT_EQ(textkit::CountClasses(text).counts, counts.counts) << test_support::Hex(text);
+                }
     const std::string many(1000, 'a');  // of one class, more than are counted at a time
     EXPECT_EQ(textkit::CountClasses(many + "，" + many)[CharacterClass::kLetter], 2000u);
     for (char32_t c = 0; c < 0x80; ++c)

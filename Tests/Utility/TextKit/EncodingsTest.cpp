@@ -4,6 +4,7 @@
 #include <map>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "CodeTrans/CodeMaps/CodeMapsTestSupport.h"
 #include "Support/TestSupport.h"
@@ -142,6 +143,42 @@ TEST(DecodeTest, BlocksLeaveNoTrace) {
         text += "\xE4\xB8";
         EXPECT_EQ(textkit::Decode(text, Encoding::kUtf8).first_replaced, text.size() - 2);
         EXPECT_EQ(textkit::Encode(text, Encoding::kGbk).first_replaced, text.size() - 2);
+    }
+}
+
+// Pairs of any length in UTF-8, unknown ones and single bytes, in every order, in front of enough text for the fast loop:
+// each gives what it gives alone.
+TEST(DecodeTest, RunsGiveWhatTheirCharactersGive) {
+    const struct {
+        Encoding encoding;
+        std::string pieces[5], behind;
+    } kRows[] = {{Encoding::kGbk,
+                  {"\xD6\xD0", "\xA1\xA4", "\xA2\xAF", "a", "\xFF"},
+                  "\xD6\xD0"
+                  "a\xD6\xD0\xCE\xC4 and so on and on"},
+                 {Encoding::kBig5,
+                  {"\xA4\xA4", "\xA1\x50", "\x88\x62", "a", "\xFF"},
+                  "\xA4\xA4\xA4\xA4\xA4\xA4\xA4\xA4\xA4\xA4\xA4\xA4z"}};
+    const CodeMaps maps = Maps();
+    for (const auto& row : kRows) {
+        std::vector<textkit::Decoded> alone;
+        for (const std::string& piece : row.pieces) alone.push_back(textkit::Decode(piece, row.encoding, maps));
+        EXPECT_EQ(alone[1].text.size(), 2u);
+        const std::string rest = textkit::Decode(row.behind, row.encoding, maps).text;
+        for (int order = 0; order < 5 * 5 * 5 * 5 * 5 * 5; ++order) {
+            std::string bytes, text;
+            std::size_t replaced = 0;
+            for (int i = 0, left = order; i < 6; ++i, left /= 5) {
+                const auto piece = static_cast<std::size_t>(left % 5);
+                bytes += row.pieces[piece];
+                text += alone[piece].text;
+                replaced += alone[piece].replaced;
+            }
+            const textkit::Decoded decoded = textkit::Decode(bytes + row.behind, row.encoding, maps);
+            ASSERT_EQ(Hex(decoded.text), Hex(text + rest)) << Hex(bytes);
+            ASSERT_EQ(decoded.replaced, replaced);
+            ASSERT_EQ(textkit::Decode(bytes, row.encoding, maps).text, text) << Hex(bytes);
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <optional>
 #include <string>
 #include <vector>
@@ -58,6 +59,17 @@ TEST(PiecesTest, TokensAreWordsNumbersAndChineseRuns) {
         {"…—\u3000", {}},
     };
     for (const auto& row : rows) EXPECT_EQ(List(textkit::Tokens(row.text)), row.tokens) << row.text;
+}
+
+// Every byte behind words of every length around that of a block, at the end of the text and inside it.
+TEST(PiecesTest, BytesThatEndAWord) {
+    for (std::size_t length = 1; length <= 33; ++length)
+        for (int byte = 0; byte < 256; ++byte)
+            for (const std::string behind : {"", " 中文 and so on"}) {
+                const std::string word(length, 'w'), end(1, static_cast<char>(byte));
+                const bool inside = std::isalnum(byte) != 0 || byte == '_';
+                ASSERT_EQ(List(textkit::Tokens(word + end + behind))[0], inside ? word + end : word) << byte;
+            }
 }
 
 TEST(PiecesTest, TrimsTheBlanksOfUnicode) {
