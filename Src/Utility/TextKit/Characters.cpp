@@ -64,6 +64,11 @@ private:
     std::uint64_t word_ = 0;
 };
 
+// Not inlined, as it would take the registers that counting ASCII is quick by.
+[[gnu::noinline]] Utf8Character ReadRare(const char* pos, const char* end) {
+    return ReadUtf8Character(pos, end);
+}
+
 }  // namespace
 
 bool CharacterCursor::AdvanceBeyondAscii() {
@@ -92,7 +97,7 @@ ClassCounts CountClasses(std::string_view text) {
             const char* const run_end = SkipCommonHan(pos, end);
             han += static_cast<std::size_t>((run_end - pos) / kHanBytes);
             if (run_end == pos) {
-                const Utf8Character character = ReadUtf8Character(pos, end);
+                const Utf8Character character = ReadRare(pos, end);
                 counters.Count(ClassOf(character.code_point));
                 pos += character.length;
             } else {
