@@ -153,8 +153,7 @@ public:
     explicit Utf8Ring(const tools::Scores& scores) {
         tools::ByteClass lead, trail;
         for (unsigned byte = 0x80; byte < 0xC0; ++byte) trail.set(byte);
-        for (const unsigned byte : {0xE1, 0xE2, 0xE3, 0xE4, 0xE5, 0xE6, 0xE7, 0xE8, 0xE9, 0xEA, 0xEB, 0xEC, 0xEE, 0xEF})
-            lead.set(byte);
+        for (unsigned byte = 0xE1; byte <= 0xEF; ++byte) lead.set(byte, byte != 0xED);
         units_ = {{{"\xFF\xFF\x01", lead, trail}, {"\xFF\xFF\x11", trail, lead}, {"\xFF\xFF\x21", trail, trail}}};
         for (auto& unit : units_) unit.deltas = scores.MeanInUtf8(unit.first, unit.second);
     }

@@ -77,9 +77,11 @@ TEST(ScanFormTest, GivesWhatTheStatesGive) {
     for (std::size_t last = 0; last < own.state_count; ++last) {
         if (VerdictOf(own.states[last].nValue) != ENCODE_UTF8) continue;
         std::string phrase;
-        auto state = static_cast<int>(last);
-        for (; phrase.size() < 6 && own.states[state].nCheck >= 0; state = own.states[state].nCheck)
-            phrase.insert(phrase.begin(), static_cast<char>(state - own.states[own.states[state].nCheck].nBase));
+        for (std::size_t state = last; phrase.size() < 6 && own.states[state].nCheck >= 0;) {
+            const auto parent = static_cast<std::size_t>(own.states[state].nCheck);
+            phrase.insert(phrase.begin(), static_cast<char>(static_cast<int>(state) - own.states[parent].nBase));
+            state = parent;
+        }
         const std::string text = han + "\n中国人民" + phrase + han;
         expect_same(table, text);
         ended += DetectEncoding(table, text.data(), text.size()).declared;
